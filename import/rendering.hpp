@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// Writes valid entries in the form in which a user would write the import.
+///
+/// Names print as their raw argument; packages as their specifier, followed by " as " and the
+/// introduced name where that differs from the package's own. Narrow streams receive UTF-8. A stream's
+/// width and fill apply to the first piece. Errors are left in the stream's state; what the conversion
+/// to UTF-8 or the specifier's printing throws comes out unchanged.
+
+#include <import/entries.hpp>
+#include <import/export.hpp>
+
+#include <ostream>
+
+namespace lf::import {
+
+GLEIGEM_EXPORT std::ostream& operator<<(std::ostream& stream,
+                                        FullyQualifiedImportEntry const& entry);
+GLEIGEM_EXPORT std::ostream& operator<<(std::ostream& stream, WildcardImportEntry const& entry);
+GLEIGEM_EXPORT std::ostream& operator<<(std::ostream& stream, PackageImportEntry const& entry);
+
+GLEIGEM_EXPORT std::basic_ostream<char16_t>& operator<<(std::basic_ostream<char16_t>& stream,
+                                                        FullyQualifiedImportEntry const& entry);
+GLEIGEM_EXPORT std::basic_ostream<char16_t>& operator<<(std::basic_ostream<char16_t>& stream,
+                                                        WildcardImportEntry const& entry);
+GLEIGEM_EXPORT std::basic_ostream<char16_t>& operator<<(std::basic_ostream<char16_t>& stream,
+                                                        PackageImportEntry const& entry);
+
+} // namespace lf::import
