@@ -63,8 +63,8 @@ class GLEIGEM_EXPORT IImportArgumentParser {
 GLEIGEM_EXPORT std::unique_ptr<IImportArgumentParser>
 createImportArgumentParser(cppcompat::span<const std::u16string> arguments, Behavior behavior);
 
-/// Creates a parser for the arguments of a command in the host's syntax tree, which is read here and
-/// not kept.
+/// Creates a parser for the arguments of a command in the host's syntax tree, which is read here
+/// and not kept.
 ///
 /// The tree is asked for the number of arguments, to reserve room; then, for each argument, for the
 /// number again, the argument's node and the node's text.

@@ -4,9 +4,9 @@
 /// \file
 /// The entries in which imports last: three valid kinds, and one that carries a diagnostic instead.
 ///
-/// Entries own their texts. Accessors return views that live as long as the entry lives unchanged; a
-/// moved-from entry has empty texts or an empty holder. Copies throw std::bad_alloc at the most, moves
-/// throw nothing.
+/// Entries own their texts. Accessors return views that live as long as the entry lives unchanged;
+/// a moved-from entry has empty texts or an empty holder. Copies throw std::bad_alloc at the most,
+/// moves throw nothing.
 
 #include <import/arguments.hpp>
 #include <import/export.hpp>
@@ -39,7 +39,8 @@ class GLEIGEM_EXPORT PackageImportEntry {
         return packageSpecifier;
     }
 
-    /// The name that the import makes visible: the alias where one was given, else the package's own.
+    /// The name that the import makes visible: the alias where one was given, else the package's
+    /// own.
     std::u16string_view getIntroducedName() const noexcept { return introducedName; }
 
   private:

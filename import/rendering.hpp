@@ -5,9 +5,9 @@
 /// Writes valid entries in the form in which a user would write the import.
 ///
 /// Names print as their raw argument; packages as their specifier, followed by " as " and the
-/// introduced name where that differs from the package's own. Narrow streams receive UTF-8. A stream's
-/// width and fill apply to the first piece. Errors are left in the stream's state; what the conversion
-/// to UTF-8 or the specifier's printing throws comes out unchanged.
+/// introduced name where that differs from the package's own. Narrow streams receive UTF-8. A
+/// stream's width and fill apply to the first piece. Errors are left in the stream's state; what
+/// the conversion to UTF-8 or the specifier's printing throws comes out unchanged.
 
 #include <import/entries.hpp>
 #include <import/export.hpp>

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// The list of one scope's imports, chained to the list of the enclosing scope.
+
+#include <import/entries.hpp>
+#include <import/export.hpp>
+#include <import/platform.hpp>
+
+#include <range/v3/range_fwd.hpp>
+#include <range/v3/view/any_view.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace lf::import {
+
+/// Where a lookup found what it found.
+enum class EntryOrigin : std::int32_t {
+    /// In the list that was asked.
+    ThisList = 0,
+    /// In an ancestor, at any distance.
+    Ancestor = 1,
+};
+
+/// A package entry that a lookup found.
+struct FoundImportEntry {
+    /// Owned by the list that holds it; valid until that list is added to or destroyed.
+    PackageImportEntry const& entry;
+    EntryOrigin origin;
+};
+
+/// A fully qualified import that a lookup found.
+struct FoundFullyQualifiedName {
+    /// The argument as it was written; a view into the stored entry, valid until its list is added
+    /// to or destroyed.
+    std::u16string_view rawArgument;
+    EntryOrigin origin;
+};
+
+/// The imports of one scope. The order of the virtual operations is part of the interface.
+///
+/// A list reads its parent and never changes it. Lists are not synchronised: they may be read from
+/// several threads while no thread adds to them or to an ancestor. An operation that throws leaves
+/// the list as it was.
+class GLEIGEM_EXPORT IImportList {
+  public:
+    /// Whether an operation looks beyond the list that is asked. A value without a name counts as
+    /// No.
+    enum class CheckAncestorList : std::int32_t {
+        /// This list only.
+        No = 0,
+        /// This list and its ancestors.
+        Yes = 1,
+    };
+
+    IImportList() = default;
+    IImportList(IImportList const&) = default;
+    IImportList& operator=(IImportList const&) = default;
+    virtual ~IImportList();
+
+    /// Stores an entry whose command runs when the program reaches it.
+    ///
+    /// As addStaticImportEntry, except that a package may introduce a name with which a dotted
+    /// import of this list starts.
+    virtual std::optional<resource_core::GenericMsgIDHolder>
+    addDynamicImportEntry(ImportEntry&& entry) = 0;
+
+    /// Stores an entry, unless it conflicts with what the scope imports already.
+    ///
+    /// A dotted import whose raw argument this list holds already is accepted and not stored again.
+    ///
+    /// \param entry moved from only when it is stored.
+    /// \returns nothing when the entry was accepted, else why it was refused.
+    /// \throws std::bad_alloc, std::bad_variant_access for a valueless entry.
+    virtual std::optional<resource_core::GenericMsgIDHolder>
+    addStaticImportEntry(ImportEntry&& entry) = 0;
+
+    /// The package import that introduces \p name.
+    ///
+    /// A fully qualified import of the name in this list hides the packages of the ancestors.
+    virtual std::optional<FoundImportEntry>
+    findPackageImportEntry(std::u16string_view name, CheckAncestorList check) const = 0;
+
+    /// The first fully qualified import that introduces \p name.
+    ///
+    /// A package import of the name in this list hides the fully qualified imports of the
+    /// ancestors.
+    virtual std::optional<FoundFullyQualifiedName>
+    findFullyQualifiedImportEntry(std::u16string_view name, CheckAncestorList check) const = 0;
+
+    /// The visible fully qualified entries: this list's in order of addition, then outward from
+    /// list to list.
+    ///
+    /// An ancestor's entry is hidden by a list on the way that has a package of its introduced name
+    /// or an entry with its raw argument. The view is lazy and copies nothing; it is valid while
+    /// this list and its ancestors live and are not added to.
+    virtual ranges::any_view<FullyQualifiedImportEntry const&, ranges::category::forward>
+    getFullyQualifiedImportEntries(CheckAncestorList check) const = 0;
+
+    /// The visible wildcard entries, in the order and with the validity of
+    /// getFullyQualifiedImportEntries.
+    ///
+    /// An ancestor's entry is hidden by a list on the way that has an entry with its raw argument.
+    virtual ranges::any_view<WildcardImportEntry const&, ranges::category::forward>
+    getWildcardImportEntries(CheckAncestorList check) const = 0;
+
+    /// The visible package entries, in the order and with the validity of
+    /// getFullyQualifiedImportEntries.
+    ///
+    /// An ancestor's entry is hidden by a list on the way that has a package or a fully qualified
+    /// entry of its introduced name.
+    virtual ranges::any_view<PackageImportEntry const&, ranges::category::forward>
+    getPackageImportEntries(CheckAncestorList check) const = 0;
+
+    /// The list of the enclosing scope, empty for an outermost list.
+    virtual std::shared_ptr<IImportList const> getParent() const = 0;
+
+    /// An independent copy that shares the parent.
+    virtual std::unique_ptr<IImportList> clone() const = 0;
+
+    /// Whether there is no entry here or, with Yes, in any ancestor.
+    virtual bool isEmpty(CheckAncestorList check) const = 0;
+
+    /// The number of entries here and, with Yes, in all ancestors, hidden ones included.
+    virtual std::size_t getNumberOfEntries(CheckAncestorList check) const = 0;
+};
+
+/// Creates an empty list for a scope within the scope of \p parent, or for an outermost one when
+/// that is empty. The list keeps a share of its parent.
+GLEIGEM_EXPORT std::unique_ptr<IImportList>
+createImportList(std::shared_ptr<IImportList const> parent);
+
+} // namespace lf::import
