@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// The identifier test of the language.
+
+#include <gleigem_platform/export.hpp>
+
+#include <string>
+#include <string_view>
+
+namespace lf::util {
+
+/// A string view that every kind of string converts to and that converts back to a
+/// std::basic_string_view. Lives no longer than the text that it was made from.
+template <typename CharT>
+class ConvertibleBasicStringView {
+  public:
+    /// A view of the same text as \p text.
+    // NOLINTNEXTLINE(google-explicit-constructor): to convert is the purpose of this type.
+    constexpr ConvertibleBasicStringView(std::basic_string_view<CharT> text) noexcept
+        : view(text) {}
+
+    /// A view of the whole string.
+    // NOLINTNEXTLINE(google-explicit-constructor): as above.
+    constexpr ConvertibleBasicStringView(std::basic_string<CharT> const& text) noexcept
+        : view(text) {}
+
+    /// A view of the zero-terminated text, which must not be null.
+    // NOLINTNEXTLINE(google-explicit-constructor): as above.
+    constexpr ConvertibleBasicStringView(CharT const* text) : view(text) {}
+
+    /// The viewed text.
+    // NOLINTNEXTLINE(google-explicit-constructor): as above.
+    constexpr operator std::basic_string_view<CharT>() const noexcept { return view; }
+
+  private:
+    std::basic_string_view<CharT> view;
+};
+
+/// Whether the text is an identifier: a code point with XID_Start or an underscore, then any number
+/// with XID_Continue. An unpaired surrogate is no character, so that no text with one is an
+/// identifier.
+GLEIGEM_PLATFORM_EXPORT bool isValidIdentifier(ConvertibleBasicStringView<char16_t> text);
+
+} // namespace lf::util

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// The reserved words of the language.
+
+#include <gleigem_platform/export.hpp>
+
+#include <string>
+
+namespace lfu {
+
+/// Whether \p word is a reserved word, case-sensitively.
+///
+/// A word with a meaning in one place only, such as `as`, is not reserved.
+/// \param selector chooses a dialect of the language; there is one, so that every value means the
+/// same.
+GLEIGEM_PLATFORM_EXPORT bool isReservedWord(std::u16string const& word, int selector);
+
+} // namespace lfu
