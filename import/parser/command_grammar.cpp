@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: BSL-1.0
+
+// The grammar of one command whose arguments are all acceptable by themselves:
+//
+//   command      = [ name-list | package-list | package alias-clause ]
+//   name-list    = name { name }
+//   package-list = package { package }
+//   alias-clause = "as" plain-name
+//
+// Each production that knows a rule reports the breach of it; the first breach is the command's
+// whole outcome.
+
+#include <import/parser/import_argument_parser.hpp>
+
+#include <import/make_msg_id.hpp>
+
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace lf::import {
+
+namespace {
+
+// What stands in the place of an alias, as the user wrote it.
+std::u16string rejectedAliasText(ParsedImportArgument const& argument) {
+    if (auto const* const name = std::get_if<FullyQualifiedImportArgument>(&argument)) {
+        return name->rawArgument;
+    }
+    if (auto const* const wildcard = std::get_if<WildcardImportArgument>(&argument)) {
+        return wildcard->rawArgument;
+    }
+    return std::get<VersionedPackageImportArgument>(argument).specifier.ToString();
+}
+
+} // namespace
+
+void ImportArgumentParser::parseCommand() {
+    switch (peek()) {
+    case Kind::Name:
+        return parseNameList();
+    case Kind::Package:
+        return parsePackageList();
+    case Kind::AliasKeyword:
+        return recordError(makeMsgID<messages::incorrectNumberOfPackagesForAlias>(), nextIndex());
+    case Kind::NothingLeft:
+        return;
+    }
+}
+
+void ImportArgumentParser::parseNameList() {
+    do {
+        takeName();
+    } while (peek() == Kind::Name);
+    expectEndOfNameList();
+}
+
+void ImportArgumentParser::parsePackageList() {
+    takePackage();
+    if (peek() == Kind::AliasKeyword) {
+        return parseAliasClause();
+    }
+    while (peek() == Kind::Package) {
+        takePackage();
+    }
+    expectEndOfPackageList();
+}
+
+void ImportArgumentParser::parseAliasClause() {
+    ImportArgumentIndex const keyword = consume();
+    if (isFinished()) {
+        recordError(makeMsgID<messages::incorrectNumberOfAlias>(), keyword);
+    } else {
+        parseAliasName();
+    }
+    expectEndOfAliasClause();
+}
+
+void ImportArgumentParser::parseAliasName() {
+    ImportArgumentIndex const index = consume();
+    ParsedImportArgument& argument = arguments[index];
+    if (auto* const alias = std::get_if<PackageNameImportArgument>(&argument)) {
+        renameThePackage(std::move(*alias), index);
+    } else if (std::holds_alternative<AsClauseImportArgument>(argument)) {
+        recordError(makeMsgID<messages::multipleAsClauses>(), index);
+    } else {
+        recordError(makeMsgID<messages::invalidAliasName>(
+                        messages::RejectedAlias(rejectedAliasText(argument))),
+                    index);
+    }
+}
+
+void ImportArgumentParser::expectEndOfNameList() {
+    if (isFinished()) {
+        return;
+    }
+    recordError(peek() == Kind::Package ? makeMsgID<messages::mixedImportType>()
+                                        : makeMsgID<messages::namespaceWithAlias>(),
+                nextIndex());
+}
+
+void ImportArgumentParser::expectEndOfPackageList() {
+    if (isFinished()) {
+        return;
+    }
+    recordError(peek() == Kind::Name ? makeMsgID<messages::mixedImportType>()
+                                     : makeMsgID<messages::incorrectNumberOfPackagesForAlias>(),
+                nextIndex());
+}
+
+void ImportArgumentParser::expectEndOfAliasClause() {
+    if (isFinished()) {
+        return;
+    }
+    recordError(peek() == Kind::AliasKeyword ? makeMsgID<messages::multipleAsClauses>()
+                                             : makeMsgID<messages::incorrectNumberOfAlias>(),
+                nextIndex());
+}
+
+} // namespace lf::import

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// The parser of one `import` command: a cursor over classified arguments, and the command grammar.
+
+#include <import/argument_parser.hpp>
+#include <import/arguments.hpp>
+#include <import/platform.hpp>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lf::import {
+
+/// Classifies every argument when it is constructed; parse() then reads the records.
+class ImportArgumentParser final : public IImportArgumentParser {
+  public:
+    /// The grammar by which arguments are classified.
+    using Classifier = ParsedImportArgument (*)(std::u16string_view argument);
+
+    ImportArgumentParser(cppcompat::span<const std::u16string> texts, Classifier classify);
+    ImportArgumentParser(lf::astapi::ImportCommandView command, Classifier classify);
+
+    std::vector<ParsedImportEntry>& parse() override;
+
+  private:
+    /// What the command grammar tells arguments apart by.
+    enum class Kind : std::uint8_t { Name, Package, AliasKeyword, NothingLeft };
+
+    // The productions of the command grammar (command_grammar.cpp); each reads from the cursor on.
+    void parseCommand();
+    void parseNameList();
+    void parsePackageList();
+    void parseAliasClause();
+    void parseAliasName();
+    void expectEndOfNameList();
+    void expectEndOfPackageList();
+    void expectEndOfAliasClause();
+
+    // The cursor. Ignored arguments are passed over: the next argument is the next of another kind.
+    ImportArgumentIndex nextIndex() const noexcept;
+    Kind peek() const noexcept;
+    bool isFinished() const noexcept;
+    ImportArgumentIndex consume() noexcept;
+
+    // What productions do to the result.
+    void takeName();
+    void takePackage();
+    void renameThePackage(PackageNameImportArgument&& alias, ImportArgumentIndex index);
+    void recordError(resource_core::BaseMsgID const& message, ImportArgumentIndex index);
+
+    std::vector<ParsedImportEntry> entries;
+    std::vector<ParsedImportArgument> arguments; ///< in command order; moved from as they are taken
+    ImportArgumentIndex cursor = 0;              ///< of the first argument not yet consumed
+    bool stopped = false;                        ///< a cross-argument error has been recorded
+};
+
+} // namespace lf::import

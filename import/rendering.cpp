@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: BSL-1.0
+
+#include <import/rendering.hpp>
+
+#include <import/platform.hpp>
+
+#include <cstddef>
+#include <locale>
+#include <string>
+#include <string_view>
+
+namespace lf::import {
+
+namespace {
+
+using fl::i18n::ustring_to_utf8;
+using UStream = std::basic_ostream<char16_t>;
+
+template <typename Facet>
+concept Complete = requires {
+    sizeof(Facet);
+};
+
+template <typename Char>
+void insertPaddedWithBlanks(std::basic_ostream<Char>& stream, std::basic_string_view<Char> piece) {
+    typename std::basic_ostream<Char>::sentry const ready(stream);
+    if (!ready) {
+        return;
+    }
+    auto const width = static_cast<std::size_t>(stream.width(0));
+    std::basic_string<Char> text(piece.size() < width ? width - piece.size() : 0, Char(' '));
+    bool const left = (stream.flags() & std::ios_base::adjustfield) == std::ios_base::left;
+    text.insert(left ? 0 : text.size(), piece);
+    auto const size = static_cast<std::streamsize>(text.size());
+    if (stream.rdbuf()->sputn(text.data(), size) != size) {
+        stream.setstate(std::ios_base::failbit | std::ios_base::badbit);
+    }
+}
+
+// An ordinary insertion asks for the stream's fill, and so for std::ctype. Where the standard
+// library has no std::ctype<char16_t>, as libc++ does not, no stream can have a fill, and blanks
+// stand for it.
+template <typename Char>
+void insert(std::basic_ostream<Char>& stream, std::basic_string_view<Char> piece) {
+    if constexpr (Complete<std::ctype<Char>>) {
+        stream << piece;
+    } else {
+        insertPaddedWithBlanks(stream, piece);
+    }
+}
+
+void insert(UStream& stream, std::u16string_view piece) {
+    insert<char16_t>(stream, piece);
+}
+
+bool hasAlias(PackageImportEntry const& entry) {
+    return entry.getIntroducedName() != std::u16string_view(entry.getPackageSpecifier().Name());
+}
+
+} // namespace
+
+std::ostream& operator<<(std::ostream& stream, FullyQualifiedImportEntry const& entry) {
+    return stream << ustring_to_utf8(entry.getRawArgument());
+}
+
+std::ostream& operator<<(std::ostream& stream, WildcardImportEntry const& entry) {
+    return stream << ustring_to_utf8(entry.getRawArgument());
+}
+
+std::ostream& operator<<(std::ostream& stream, PackageImportEntry const& entry) {
+    stream << entry.getPackageSpecifier();
+    if (hasAlias(entry)) {
+        stream << " as " << ustring_to_utf8(entry.getIntroducedName());
+    }
+    return stream;
+}
+
+UStream& operator<<(UStream& stream, FullyQualifiedImportEntry const& entry) {
+    insert(stream, entry.getRawArgument());
+    return stream;
+}
+
+UStream& operator<<(UStream& stream, WildcardImportEntry const& entry) {
+    insert(stream, entry.getRawArgument());
+    return stream;
+}
+
+UStream& operator<<(UStream& stream, PackageImportEntry const& entry) {
+    insert(stream, entry.getPackageSpecifier().ToString());
+    if (hasAlias(entry)) {
+        insert(stream, u" as ");
+        insert(stream, entry.getIntroducedName());
+    }
+    return stream;
+}
+
+} // namespace lf::import

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: BSL-1.0
+
+// Hosts find the lock operations of Boost's serialization singleton module in this library. They
+// are inline functions that nothing here calls, so each is named once to have it emitted.
+
+#include <boost/serialization/singleton.hpp>
+
+namespace {
+
+using boost::serialization::singleton_module;
+
+[[gnu::used]] constexpr auto lock = &singleton_module::lock;
+[[gnu::used]] constexpr auto unlock = &singleton_module::unlock;
+[[gnu::used]] constexpr auto isLocked = &singleton_module::is_locked; // emits get_lock, too
+
+} // namespace
