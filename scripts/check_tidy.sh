@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Checks every source file against .clang-tidy, compiled as under preset dev. Any finding is a failure.
+
+source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+
+require_packages "${test_packages[@]}" "${lint_packages[@]}"
+
+step "configuring preset dev"
+cmake --preset dev --log-level=WARNING
+
+# Each source of ours once: some are compiled into several targets, and clang-tidy would check each again.
+step "listing the sources"
+mkdir -p build/tidy
+python3 - <<'EOF_PYTHON'
+import json
+from pathlib import Path
+
+build = Path("build").resolve()
+commands = json.loads((build / "dev/compile_commands.json").read_text())
+ours = {c["file"]: c for c in reversed(commands) if build not in Path(c["file"]).parents}
+(build / "tidy/compile_commands.json").write_text(json.dumps(list(ours.values()), indent=1))
+EOF_PYTHON
+
+step "running clang-tidy"
+run-clang-tidy-14 -quiet -p build/tidy -j "$(nproc)"

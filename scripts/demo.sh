@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Builds the example host and runs it on its two sample scripts. On Debian 12, as root, it installs what
+# is missing; elsewhere it says what is.
+
+source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+
+build=build/demo
+explorer=$build/examples/import_explorer/import_explorer
+
+# demonstrate ARGUMENT...: shows the command line and runs it. Exit status 1 means that the script has
+# wrong import commands, as the samples have on purpose.
+demonstrate() {
+    step "running import_explorer $*"
+    "$explorer" "$@" || (($? == 1))
+}
+
+require_packages "${demo_packages[@]}"
+
+step "configuring $build"
+cmake --preset release -B "$build" --log-level=WARNING \
+    -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_BENCHMARKS=OFF
+
+step "building import_explorer"
+cmake --build "$build" --target import_explorer
+
+demonstrate examples/tour.import
+demonstrate --packages off examples/legacy.import

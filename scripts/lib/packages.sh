@@ -1,0 +1,26 @@
+# The Debian 12 packages that the scripts need, in one place: each line a package and what it is looked
+# for by, a command or a <header>. Sourced, never run.
+
+demo_packages=(
+    "g++                 g++"
+    "cmake               cmake"
+    "ninja-build         ninja"
+    "libboost-dev        <boost/version.hpp>"
+    "librange-v3-dev     <range/v3/range_fwd.hpp>"
+    "libicu-dev          <unicode/uchar.h>"
+    "libcli11-dev        <CLI/CLI.hpp>"
+    "nlohmann-json3-dev  <nlohmann/json.hpp>"
+)
+
+test_packages=(
+    "${demo_packages[@]}"
+    "libgtest-dev        <gtest/gtest.h>"
+    "libgmock-dev        <gmock/gmock.h>"
+    "librapidcheck-dev   <rapidcheck.h>"
+    "pkgconf             pkg-config"
+)
+
+lint_packages=(
+    "clang-format-14     clang-format-14"
+    "clang-tidy-14       run-clang-tidy-14"
+)

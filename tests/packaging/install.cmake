@@ -1,0 +1,21 @@
+# Installs into STAGE and looks at the installed library's dynamic section: ICU is the platform's alone, and no
+# path of the build tree is left.
+
+file(REMOVE_RECURSE "${STAGE}")
+execute_process(
+    COMMAND "${CMAKE_COMMAND}" --install "${BUILD_DIR}" --config "${CONFIG}" --prefix "${STAGE}"
+    OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+
+execute_process(
+    COMMAND "${READELF}" --wide --dynamic "${STAGE}/${LIBRARY}"
+    OUTPUT_VARIABLE dynamic_section COMMAND_ERROR_IS_FATAL ANY)
+if(NOT dynamic_section MATCHES "\\(NEEDED\\)[^\n]*libstdc|\\(NEEDED\\)[^\n]*libc\\+\\+")
+    message(FATAL_ERROR "Not the dynamic section of a C++ library:\n${dynamic_section}")
+endif()
+if(dynamic_section MATCHES "\\(NEEDED\\)[^\n]*libicu")
+    message(FATAL_ERROR "The library needs ICU itself:\n${dynamic_section}")
+endif()
+string(FIND "${dynamic_section}" "${BUILD_DIR}" position)
+if(NOT position EQUAL -1)
+    message(FATAL_ERROR "The installed library remembers the build tree:\n${dynamic_section}")
+endif()
