@@ -24,8 +24,6 @@ set(pkgconfig_libraries "-lgleigem")
 if(NOT GLEIGEM_PLATFORM_TARGET)
     list(APPEND installed_targets gleigem_platform)
     string(APPEND pkgconfig_libraries " -lgleigem_platform")
-    # The library finds its platform beside itself, wherever the two are put.
-    set_target_properties(gleigem PROPERTIES INSTALL_RPATH "$ORIGIN")
     install(
         DIRECTORY platform/
         DESTINATION "${include_dir}"
@@ -34,6 +32,8 @@ if(NOT GLEIGEM_PLATFORM_TARGET)
         PATTERN "pieces.hpp" EXCLUDE)
 endif()
 
+# The library finds a platform that lies beside it, wherever the two are put.
+set_property(TARGET gleigem APPEND PROPERTY INSTALL_RPATH "$ORIGIN")
 install(TARGETS ${installed_targets} EXPORT gleigemTargets)
 install(
     EXPORT gleigemTargets
@@ -52,5 +52,6 @@ install(FILES "${PROJECT_BINARY_DIR}/gleigemConfig.cmake"
 
 # Relative to where the file lies, so that the installed tree can be moved.
 file(RELATIVE_PATH pkgconfig_prefix "/${pkgconfig_dir}" "/")
+string(REGEX REPLACE "/$" "" pkgconfig_prefix "${pkgconfig_prefix}")
 configure_file(cmake/gleigem.pc.in "${PROJECT_BINARY_DIR}/gleigem.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/gleigem.pc" DESTINATION "${pkgconfig_dir}")

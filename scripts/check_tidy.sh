@@ -6,7 +6,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 require_packages "${test_packages[@]}" "${lint_packages[@]}"
 
 step "configuring preset dev"
-cmake --preset dev --log-level=WARNING
+cmake --preset dev >/dev/null
 
 # Each source of ours once: some are compiled into several targets, and clang-tidy would check each again.
 step "listing the sources"

@@ -17,8 +17,7 @@ demonstrate() {
 require_packages "${demo_packages[@]}"
 
 step "configuring $build"
-cmake --preset release -B "$build" --log-level=WARNING \
-    -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_BENCHMARKS=OFF
+cmake --preset release -B "$build" -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_BENCHMARKS=OFF >/dev/null
 
 step "building import_explorer"
 cmake --build "$build" --target import_explorer

@@ -13,7 +13,7 @@ scripts/check_tidy.sh || exit
 
 for preset in "${presets[@]}"; do
     step "configuring preset $preset"
-    cmake --preset "$preset" --log-level=WARNING
+    cmake --preset "$preset" >/dev/null
 
     step "building preset $preset"
     cmake --build --preset "$preset"
