@@ -7,6 +7,7 @@ function(gleigem_configure_target target)
     set_target_properties(
         ${target}
         PROPERTIES CXX_EXTENSIONS OFF
+                   CXX_SCAN_FOR_MODULES OFF
                    CXX_VISIBILITY_PRESET hidden
                    POSITION_INDEPENDENT_CODE ON)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
