@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
-# Checks every source file against .clang-tidy, compiled as under preset dev. Any finding is a failure.
+# check_tidy.sh [PATTERN...]: checks source files against .clang-tidy, compiled as under preset dev; all of
+# them, or those whose path matches a regular expression (`scripts/check_tidy.sh import/list`). Any finding is
+# a failure.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -9,9 +11,8 @@ step "configuring preset dev"
 cmake --preset dev >/dev/null
 
 # Each source of ours once: some are compiled into several targets, and clang-tidy would check each again.
-step "listing the sources"
 mkdir -p build/tidy
-python3 - <<'EOF_PYTHON'
+python3 - <<'EOF'
 import json
 from pathlib import Path
 
@@ -19,7 +20,7 @@ build = Path("build").resolve()
 commands = json.loads((build / "dev/compile_commands.json").read_text())
 ours = {c["file"]: c for c in reversed(commands) if build not in Path(c["file"]).parents}
 (build / "tidy/compile_commands.json").write_text(json.dumps(list(ours.values()), indent=1))
-EOF_PYTHON
+EOF
 
 step "running clang-tidy"
-run-clang-tidy-14 -quiet -p build/tidy -j "$(nproc)"
+run-clang-tidy-14 -quiet -p build/tidy -j "$(nproc)" "$@" 2> >(grep -v 'warnings generated' >&2)
