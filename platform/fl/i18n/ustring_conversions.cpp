@@ -28,8 +28,9 @@ void appendAsUtf8(std::u16string_view text, std::string& result) {
 } // namespace
 
 std::string ustring_to_utf8(std::u16string_view text) {
-    auto const isNotAscii = [](char16_t unit) { return !U8_IS_SINGLE(unit); };
-    auto const asciiEnd = std::find_if(text.begin(), text.end(), isNotAscii);
+    auto const isNotAscii = [](char16_t unit) { return unit > 0x7F; };
+    std::u16string_view::const_iterator const asciiEnd =
+        std::find_if(text.begin(), text.end(), isNotAscii);
     std::string result(text.begin(), asciiEnd);
     appendAsUtf8(text.substr(result.size()), result);
     return result;

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: BSL-1.0
+#include <lf/features/package_imports.hpp>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using lf::features::isPackageImportsFeatureOn;
+using lf::features::setPackageImportsFeature;
+
+/// Asked before any test can have set it.
+bool const isOnAtStart = isPackageImportsFeatureOn();
+
+TEST(PackageImportsFeature, IsOnAtStart) {
+    EXPECT_TRUE(isOnAtStart);
+}
+
+TEST(PackageImportsFeature, IsWhatItWasLastSetTo) {
+    bool const before = isPackageImportsFeatureOn();
+    for (bool const on : {false, false, true, true, false}) {
+        setPackageImportsFeature(on);
+        EXPECT_EQ(isPackageImportsFeatureOn(), on);
+    }
+    setPackageImportsFeature(before);
+}
+
+} // namespace

@@ -1,0 +1,397 @@
+// SPDX-License-Identifier: BSL-1.0
+#include <fl/i18n/ustring_conversions.hpp>
+#include <foundation/core/except/exception.hpp>
+#include <kpm/arguments/invalid_package_specifier.hpp>
+#include <oxtavel/keldar_components/package_specifier.hpp>
+
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+
+#include <cstddef>
+#include <exception>
+#include <iomanip>
+#include <optional>
+#include <regex>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace Oxtavel::KeldarComponents;
+using namespace std::string_view_literals;
+using fl::i18n::ustring_to_utf8;
+using InvalidSpecifier =
+    foundation::core::except::Exception<kpm::arguments::InvalidPackageSpecifier, std::exception>;
+
+constexpr std::size_t mebi = std::size_t{1} << 20U;
+
+PackageSpecifier makeSpecifier(std::u16string_view text) {
+    return {std::u16string(text), GetComponentVersionRangeFactory()};
+}
+
+std::optional<PackageSpecifier> tryToMakeSpecifier(std::u16string_view text) {
+    try {
+        return makeSpecifier(text);
+    } catch (InvalidSpecifier const&) {
+        return std::nullopt;
+    }
+}
+
+std::string printed(PackageSpecifier const& specifier) {
+    std::ostringstream stream;
+    stream << specifier;
+    return stream.str();
+}
+
+struct AcceptedRow {
+    std::u16string_view text;
+    std::u16string_view name;
+    char const* why;
+};
+
+constexpr AcceptedRow accepted[] = {
+    {u"pkg", u"pkg", "a name alone"},
+    {u"_", u"_", "the shortest name"},
+    {u"a.b.c", u"a.b.c", "a dotted name"},
+    {u"pkg@1", u"pkg", "a name and a version"},
+    {u"pkg.sub@1.0", u"pkg.sub", "dots on both sides of the at sign"},
+    {u"pkg@*", u"pkg", "any version, said"},
+    {u"pkg@>=1.2.3-rc.1+b.007,<2", u"pkg", "all that a range can have"},
+    {u"p@999999999999999999999999999999", u"p", "a version beyond every integer"},
+    {u"for@1", u"for", "reserved words are another question"},
+    {u"as", u"as", "so is the word of an alias clause"},
+    {u"\u00FCber.\u540D\u524D@1", u"\u00FCber.\u540D\u524D", "letters outside ASCII"},
+    {u"\U00010400\U0001D7D8@1", u"\U00010400\U0001D7D8", "letters and digits of two units"},
+    {u"e\u0301@1", u"e\u0301", "a combining mark behind its letter"},
+};
+
+TEST(PackageSpecifier, IsReadIntoNameAndRange) {
+    for (AcceptedRow const& row : accepted) {
+        auto const specifier = tryToMakeSpecifier(row.text);
+        ASSERT_TRUE(specifier) << row.why;
+        EXPECT_EQ(specifier->Name(), row.name) << row.why;
+        EXPECT_EQ(specifier->ToString(), row.text) << row.why;
+        EXPECT_EQ(printed(*specifier), ustring_to_utf8(row.text)) << row.why;
+    }
+}
+
+struct RefusedRow {
+    std::u16string_view text;
+    char const* why;
+};
+
+constexpr RefusedRow refused[] = {
+    {u"", "nothing"},
+    {u"@", "neither name nor range"},
+    {u"@1", "no name"},
+    {u"a@", "no range"},
+    {u"a@@", "a second at sign in place of a range"},
+    {u"a@1@2", "a second at sign behind a range"},
+    {u"a@1@", "a second at sign at the end"},
+    {u".", "two empty pieces"},
+    {u".a", "an empty first piece"},
+    {u"a.", "an empty last piece"},
+    {u"a..b", "an empty piece between others"},
+    {u"a.@1", "an empty last piece before a range"},
+    {u".@1", "empty pieces before a range"},
+    {u"1a", "a piece that is no identifier"},
+    {u"a.1", "a later piece that is no identifier"},
+    {u"a-b", "a hyphen in a name"},
+    {u"a,b", "a comma in a name"},
+    {u"a b", "a blank in a name"},
+    {u" a", "a blank before the name"},
+    {u"a ", "a blank behind the name"},
+    {u"a @1", "a blank before the at sign"},
+    {u"a@ 1", "a blank behind the at sign"},
+    {u"a@1 ", "a blank behind the range"},
+    {u"*", "an asterisk in place of a name"},
+    {u"*@1", "an asterisk in place of a name, with a range"},
+    {u"a.*", "a wildcard"},
+    {u"a.*@1", "a wildcard with a range"},
+    {u"a@b", "a range that is none"},
+    {u"a@1,,2", "a range with an empty comparator"},
+    {u"a@1.", "a range with an empty number"},
+    {u"a@1-", "a range with an empty pre-release"},
+    {u"a@1+", "a range with an empty build"},
+    {u"a@01", "a range with a leading zero"},
+    {u"\u0301a", "a combining mark at the start"},
+    {u"a\0"sv, "a zero unit in a name"},
+    {u"a\xD800", "a lone high surrogate in a name"},
+    {u"\xDC00.a", "a lone low surrogate in a name"},
+    {u"\xD800@1", "a lone high surrogate before the at sign"},
+    {u"a@\xDC00", "a lone low surrogate behind the at sign"},
+    {u"a\xD800@\xDC00", "a pair torn apart by the at sign"},
+    {u"a.\xD800.\xDC00", "a pair torn apart by a dot"},
+    {u"\U0001F600", "a picture"},
+    {u"a\uFF201", "a wide at sign"},
+};
+
+TEST(PackageSpecifier, IsRefusedWhenAnyPartIsWrong) {
+    for (RefusedRow const& row : refused) {
+        EXPECT_THROW(makeSpecifier(row.text), InvalidSpecifier) << row.why;
+    }
+}
+
+TEST(PackageSpecifier, HasNoLimitOfLength) {
+    // Compared without showing them.
+    std::u16string const longName(mebi, u'a');
+    EXPECT_TRUE(makeSpecifier(longName).Name() == longName);
+    EXPECT_THROW(makeSpecifier(longName + u'.'), InvalidSpecifier);
+
+    std::u16string manyPieces = u"a";
+    while (manyPieces.size() < mebi) {
+        manyPieces += u".a";
+    }
+    std::u16string const text = manyPieces + u'@' + std::u16string(mebi, u'1');
+    auto const specifier = makeSpecifier(text);
+    EXPECT_TRUE(specifier.Name() == manyPieces);
+    EXPECT_TRUE(specifier.ToString() == text);
+    EXPECT_THROW(makeSpecifier(manyPieces + u".@1"), InvalidSpecifier);
+    EXPECT_THROW(makeSpecifier(text + u'@'), InvalidSpecifier);
+}
+
+TEST(PackageSpecifier, IsEqualWhenNameAndRangeAre) {
+    EXPECT_EQ(makeSpecifier(u"a@1"), makeSpecifier(u"a@1"));
+    EXPECT_NE(makeSpecifier(u"a@1"), makeSpecifier(u"b@1"));
+    EXPECT_NE(makeSpecifier(u"a@1"), makeSpecifier(u"a@2"));
+    EXPECT_NE(makeSpecifier(u"a@*"), makeSpecifier(u"a")) << "what is said is kept";
+    EXPECT_NE(makeSpecifier(u"a"), makeSpecifier(u"A"));
+    EXPECT_NE(makeSpecifier(u"\u00E9"), makeSpecifier(u"e\u0301")) << "nothing is composed";
+}
+
+TEST(PackageSpecifier, IsAValueWithoutAnEmptyState) {
+    static_assert(!std::is_default_constructible_v<PackageSpecifier>);
+    static_assert(std::is_copy_constructible_v<PackageSpecifier>);
+    static_assert(std::is_copy_assignable_v<PackageSpecifier>);
+    static_assert(std::is_nothrow_move_constructible_v<PackageSpecifier>);
+    static_assert(std::is_nothrow_move_assignable_v<PackageSpecifier>);
+    static_assert(!std::is_polymorphic_v<PackageSpecifier>);
+}
+
+TEST(PackageSpecifier, IsCopiedInFull) {
+    auto const original = makeSpecifier(u"pkg.sub@^1.2,<1.9");
+    auto copy = makeSpecifier(u"other");
+    copy = original;
+    EXPECT_EQ(copy, original);
+    EXPECT_EQ(copy.ToString(), u"pkg.sub@^1.2,<1.9");
+}
+
+TEST(PackageSpecifier, LeavesTheSourceOfAMoveWithoutAName) {
+    for (std::u16string_view const text :
+         {u"p@1"sv, u"a_name_that_does_not_fit_into_the_object@1"sv}) {
+        auto source = makeSpecifier(text);
+        PackageSpecifier constructed(std::move(source));
+        EXPECT_EQ(constructed, makeSpecifier(text));
+        EXPECT_EQ(source.Name(),
+                  u""); // NOLINT(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
+
+        auto assigned = makeSpecifier(u"other");
+        assigned = std::move(constructed);
+        EXPECT_EQ(assigned, makeSpecifier(text));
+        EXPECT_EQ(constructed.Name(),
+                  u""); // NOLINT(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
+    }
+}
+
+TEST(PackageSpecifier, IsPaddedAsAWhole) {
+    std::ostringstream stream;
+    stream << std::setfill('.') << std::setw(9) << makeSpecifier(u"pkg@1.2") << makeSpecifier(u"p");
+    EXPECT_EQ(stream.str(), "..pkg@1.2p");
+
+    std::ostringstream left;
+    left << std::left << std::setw(6) << makeSpecifier(u"p@1") << '|';
+    EXPECT_EQ(left.str(), "p@1   |");
+}
+
+/// Accepts every range, and remembers what it was asked for.
+class RecordingFactory final : public IComponentVersionRangeFactory {
+  public:
+    ComponentVersionRange Create(std::u16string_view text) const override {
+        asked.emplace_back(text);
+        return {};
+    }
+
+    mutable std::vector<std::u16string> asked;
+};
+
+/// Fails in its own way.
+class FailingFactory final : public IComponentVersionRangeFactory {
+  public:
+    ComponentVersionRange Create(std::u16string_view) const override {
+        throw std::runtime_error("no ranges today");
+    }
+};
+
+TEST(PackageSpecifier, LeavesTheRangeToTheFactory) {
+    RecordingFactory const factory;
+    EXPECT_EQ(PackageSpecifier(u"a@anything@ at all", factory).Name(), u"a");
+    EXPECT_EQ(factory.asked, (std::vector<std::u16string>{u"anything@ at all"}));
+    EXPECT_THROW(PackageSpecifier(u"a@1", FailingFactory()), std::runtime_error);
+}
+
+TEST(PackageSpecifier, AsksTheFactoryOnlyForARangeBehindAGoodName) {
+    RecordingFactory const factory;
+    EXPECT_NO_THROW(PackageSpecifier(u"a.b", factory));
+    EXPECT_THROW(PackageSpecifier(u"a.@1", factory), InvalidSpecifier);
+    EXPECT_TRUE(factory.asked.empty());
+}
+
+// Random specifiers.
+
+using Pieces = std::vector<std::u16string>;
+
+/// Between `least` and `most` pieces made by `piece`, with `separator` between them.
+rc::Gen<std::u16string> joined(rc::Gen<std::u16string> const& piece,
+                               std::u16string const& separator, std::size_t least,
+                               std::size_t most) {
+    auto const pieces =
+        rc::gen::mapcat(rc::gen::inRange(least, most + 1), [piece](std::size_t count) {
+            return rc::gen::container<Pieces>(count, piece);
+        });
+    return rc::gen::map(pieces, [separator](Pieces const& each) {
+        std::u16string text;
+        for (std::size_t index = 0; index < each.size(); ++index) {
+            text += (index == 0 ? std::u16string() : separator) + each[index];
+        }
+        return text;
+    });
+}
+
+rc::Gen<std::u16string> oneOf(Pieces const& choices) {
+    return rc::gen::elementOf(choices);
+}
+
+rc::Gen<std::u16string> concatenated(rc::Gen<std::u16string> const& first,
+                                     rc::Gen<std::u16string> const& second) {
+    return rc::gen::map(rc::gen::pair(first, second),
+                        [](auto const& both) { return both.first + both.second; });
+}
+
+enum class Script { Ascii, Any };
+
+rc::Gen<std::u16string> identifiers(Script script) {
+    Pieces starts{u"a", u"Z", u"_"};
+    Pieces rest{u"a", u"Z", u"_", u"0", u"9"};
+    if (script == Script::Any) {
+        starts.insert(starts.end(), {u"\u00E9", u"\u540D", u"\U00010400"});
+        rest.insert(rest.end(), {u"\u00E9", u"\u0301", u"\u0661", u"\U0001D7D8"});
+    }
+    return concatenated(oneOf(starts), joined(oneOf(rest), u"", 0, 4));
+}
+
+rc::Gen<std::u16string> optional(std::u16string const& sign, rc::Gen<std::u16string> const& text) {
+    return rc::gen::oneOf(rc::gen::just(std::u16string()),
+                          rc::gen::map(text, [sign](auto const& each) { return sign + each; }));
+}
+
+rc::Gen<std::u16string> ranges() {
+    auto const number = oneOf({u"0", u"1", u"10", u"2024", u"98765432109876543210987654321"});
+    auto const preRelease = oneOf({u"0", u"7", u"rc", u"0a", u"-", u"a-b", u"00-"});
+    auto const build = oneOf({u"0", u"007", u"b", u"-", u"a-b"});
+    auto const version = concatenated(joined(number, u".", 1, 3),
+                                      concatenated(optional(u"-", joined(preRelease, u".", 1, 3)),
+                                                   optional(u"+", joined(build, u".", 1, 3))));
+    auto const sign = oneOf({u"", u"=", u">", u">=", u"<", u"<=", u"^", u"~"});
+    auto const comparator =
+        rc::gen::oneOf(concatenated(sign, version), rc::gen::just(std::u16string(u"*")));
+    return joined(comparator, u",", 1, 3);
+}
+
+rc::Gen<std::u16string> validSpecifiers(Script script) {
+    return concatenated(joined(identifiers(script), u".", 1, 3), optional(u"@", ranges()));
+}
+
+/// `text` with one unit put in, taken out or replaced.
+std::u16string mutated(std::u16string text, Script script) {
+    std::u16string units = u"aZ_019@.,*+-<>=^~ !";
+    if (script == Script::Any) {
+        units += u"\u00E9\u0301\xD801\xDC00";
+    }
+    auto const position = *rc::gen::inRange<std::size_t>(0, text.size() + 1);
+    auto const unit = *rc::gen::elementOf(units);
+    switch (*rc::gen::inRange(0, 3)) {
+    case 0:
+        return text.insert(position, 1, unit);
+    case 1:
+        return text.erase(position, 1);
+    default:
+        return text.replace(position, 1, 1, unit);
+    }
+}
+
+/// Checks \p property for many texts of \p makeText, and shows those of a case that fails.
+template <typename MakeText, typename Property>
+bool holdsForTexts(MakeText const& makeText, Property const& property) {
+    constexpr int textsPerCase = 20;
+    return rc::check([&] {
+        for (int count = 0; count < textsPerCase; ++count) {
+            std::u16string const text = makeText();
+            RC_LOG() << ustring_to_utf8(text) << '\n';
+            property(text);
+        }
+    });
+}
+
+TEST(PackageSpecifierProperty, EveryWellFormedTextIsAcceptedAndKept) {
+    auto const makeText = [] { return *validSpecifiers(Script::Any); };
+    EXPECT_TRUE(holdsForTexts(makeText, [](std::u16string const& text) {
+        auto const specifier = tryToMakeSpecifier(text);
+        RC_ASSERT(specifier.has_value());
+        RC_ASSERT(specifier->ToString() == text);
+        RC_ASSERT(specifier->Name() == text.substr(0, text.find(u'@')));
+    }));
+}
+
+TEST(PackageSpecifierProperty, WhatIsAcceptedIsReadBackEqualAndPrintsAlikeInBothWidths) {
+    std::size_t acceptedTexts = 0;
+    std::size_t refusedTexts = 0;
+    auto const makeText = [] { return mutated(*validSpecifiers(Script::Any), Script::Any); };
+    EXPECT_TRUE(holdsForTexts(makeText, [&](std::u16string const& text) {
+        auto const specifier = tryToMakeSpecifier(text);
+        ++(specifier ? acceptedTexts : refusedTexts);
+        if (specifier) {
+            RC_ASSERT(makeSpecifier(specifier->ToString()) == *specifier);
+            RC_ASSERT(printed(*specifier) == ustring_to_utf8(specifier->ToString()));
+        }
+    }));
+    // Both kinds must be common, or the property says little.
+    EXPECT_GT(acceptedTexts, (acceptedTexts + refusedTexts) / 10);
+    EXPECT_GT(refusedTexts, (acceptedTexts + refusedTexts) / 10);
+}
+
+/// The grammar of plain ASCII specifiers, written down once more by other means.
+std::regex asciiGrammar() {
+    std::string const identifier = "[A-Za-z_][A-Za-z0-9_]*";
+    std::string const number = "(0|[1-9][0-9]*)";
+    std::string const preRelease = "(" + number + "|[0-9]*[A-Za-z-][0-9A-Za-z-]*)";
+    std::string const build = "[0-9A-Za-z-]+";
+    auto const list = [](std::string const& item, std::string const& separator) {
+        return item + "(" + separator + item + ")*";
+    };
+    std::string const version = number + "(\\." + number + "){0,2}(-" + list(preRelease, "\\.") +
+                                ")?(\\+" + list(build, "\\.") + ")?";
+    std::string const comparator = "(\\*|(>=|>|<=|<|=|\\^|~)?" + version + ")";
+    return std::regex(list(identifier, "\\.") + "(@" + list(comparator, ",") + ")?");
+}
+
+TEST(PackageSpecifierProperty, ExactlyTheGrammarIsAccepted) {
+    auto const grammar = asciiGrammar();
+    auto const makeText = [] {
+        auto text = *validSpecifiers(Script::Ascii);
+        for (int mutations = *rc::gen::inRange(0, 3); mutations > 0; --mutations) {
+            text = mutated(text, Script::Ascii);
+        }
+        return text;
+    };
+    EXPECT_TRUE(holdsForTexts(makeText, [&](std::u16string const& text) {
+        RC_ASSERT(tryToMakeSpecifier(text).has_value() ==
+                  std::regex_match(ustring_to_utf8(text), grammar));
+    }));
+}
+
+} // namespace
