@@ -46,6 +46,10 @@ struct NameEqual {
     bool operator()(HashedName const& left, std::u16string const& right) const noexcept {
         return left.text == right;
     }
+
+    bool operator()(std::u16string const& left, HashedName const& right) const noexcept {
+        return left == right.text;
+    }
 };
 
 /// Names to positions in a vector.
