@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// A problem at a place of a source file, of the library's finding or of the script reader's.
+
+#include <import_explorer/source_file.hpp>
+
+#include <import/messages.hpp>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace explorer {
+
+/// A problem with the text that tells it.
+struct Diagnostic {
+    lf::import::Severity severity = lf::import::Severity::Error;
+    /// The library's message key; empty for a problem with the script itself.
+    std::string key;
+    /// The text, with places `{1}`, `{2}` for the arguments.
+    std::string_view words;
+    /// In UTF-8.
+    std::vector<std::string> arguments;
+    /// What the caret points at.
+    SourceRange range;
+    /// The command that it is about, as an index among the file's commands.
+    std::optional<std::size_t> command;
+    /// The argument of that command.
+    std::optional<std::size_t> argument;
+};
+
+} // namespace explorer

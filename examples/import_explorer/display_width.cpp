@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: BSL-1.0
+#include <import_explorer/display_width.hpp>
+
+#include <import_explorer/utf8.hpp>
+
+#include <unicode/uchar.h>
+
+#include <array>
+#include <cstdint>
+
+namespace explorer {
+
+namespace {
+
+constexpr std::string_view cutMark = "...";
+
+std::string inHexadecimal(std::uint32_t value, std::size_t digits) {
+    std::string text(digits, '0');
+    for (std::size_t index = digits; index > 0; --index) {
+        text[index - 1] = "0123456789ABCDEF"[value % 16U];
+        value /= 16U;
+    }
+    return text;
+}
+
+/// `<U+202E>`, `<U+E0001>`
+std::string nameOf(char32_t codePoint) {
+    std::size_t digits = 4;
+    while (codePoint >> (4 * digits) != 0) {
+        ++digits;
+    }
+    return "<U+" + inHexadecimal(codePoint, digits) + ">";
+}
+
+/// Controls, what steers the writing direction, and what cannot be seen. The two joiners are
+/// needed to write some languages and do no harm.
+bool isHarmful(char32_t codePoint) {
+    constexpr char32_t zeroWidthNonJoiner = 0x200C;
+    constexpr char32_t zeroWidthJoiner = 0x200D;
+    constexpr std::uint32_t harmful =
+        U_GC_CC_MASK | U_GC_CF_MASK | U_GC_CN_MASK | U_GC_CO_MASK | U_GC_ZL_MASK | U_GC_ZP_MASK;
+    return codePoint != zeroWidthNonJoiner && codePoint != zeroWidthJoiner &&
+           (U_GET_GC_MASK(static_cast<UChar32>(codePoint)) & harmful) != 0;
+}
+
+std::size_t widthOf(char32_t codePoint) {
+    if (codePoint < 0x300U) {
+        return 1;
+    }
+    auto const character = static_cast<UChar32>(codePoint);
+    constexpr std::uint32_t combining = U_GC_MN_MASK | U_GC_ME_MASK | U_GC_CF_MASK;
+    if ((U_GET_GC_MASK(character) & combining) != 0) {
+        return 0;
+    }
+    // The later parts of a Hangul syllable join the first one.
+    int32_t const syllable = u_getIntPropertyValue(character, UCHAR_HANGUL_SYLLABLE_TYPE);
+    if (syllable == U_HST_VOWEL_JAMO || syllable == U_HST_TRAILING_JAMO) {
+        return 0;
+    }
+    int32_t const eastAsianWidth = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
+    return eastAsianWidth == U_EA_WIDE || eastAsianWidth == U_EA_FULLWIDTH ? 2 : 1;
+}
+
+} // namespace
+
+DisplayedCharacter display(std::string_view text) {
+    if (text.front() == '\t') {
+        return {"\t", 1, 1};
+    }
+    DecodedCharacter const character = decodeCharacter(text);
+    if (!character.codePoint) {
+        std::string name;
+        for (char const byte : text.substr(0, character.size)) {
+            name += "<" + inHexadecimal(static_cast<unsigned char>(byte), 2) + ">";
+        }
+        std::size_t const width = name.size();
+        return {std::move(name), width, character.size};
+    }
+    if (isHarmful(*character.codePoint)) {
+        std::string name = nameOf(*character.codePoint);
+        std::size_t const width = name.size();
+        return {std::move(name), width, character.size};
+    }
+    return {std::string(text.substr(0, character.size)), widthOf(*character.codePoint),
+            character.size};
+}
+
+DisplayedText displayText(std::string_view text, std::size_t maximumWidth) {
+    DisplayedText result;
+    std::size_t sizeBeforeMark = 0;
+    std::size_t widthBeforeMark = 0;
+    while (!text.empty()) {
+        DisplayedCharacter character = display(text);
+        if (character.isTab()) {
+            character.text = nameOf(U'\t');
+            character.width = character.text.size();
+        }
+        if (result.width + character.width > maximumWidth) {
+            result.text.resize(sizeBeforeMark);
+            return {result.text.append(cutMark), widthBeforeMark + cutMark.size()};
+        }
+        result.text += character.text;
+        result.width += character.width;
+        if (result.width + cutMark.size() <= maximumWidth) {
+            sizeBeforeMark = result.text.size();
+            widthBeforeMark = result.width;
+        }
+        text.remove_prefix(character.size);
+    }
+    return result;
+}
+
+} // namespace explorer

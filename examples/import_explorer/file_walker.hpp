@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// Finds the files that the user means.
+
+#include <import_explorer/source_file.hpp>
+
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace explorer {
+
+/// Scripts are recognised by it.
+inline constexpr std::string_view scriptSuffix = ".import";
+
+/// Which files of a folder are meant.
+enum class FileFilter {
+    Scripts,
+    AllFiles,
+};
+
+/// A file to read, or a folder that could not be read.
+using FoundFile = std::variant<std::string, LoadFailure>;
+
+/// The files at \p paths, in that order; a folder stands for the files in and below it, sorted by
+/// name. Within a folder, hidden files and folders are left out and symbolic links are not
+/// followed.
+std::vector<FoundFile> findFiles(std::vector<std::string> const& paths, FileFilter filter);
+
+} // namespace explorer

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: BSL-1.0
+#include <import_explorer/options.hpp>
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+
+namespace explorer {
+
+namespace {
+
+using lf::import::Behavior;
+
+constexpr char const* description =
+    "Shows what the import commands of scripts mean, and what is wrong with them.";
+
+constexpr char const* footer = R"(Example:
+  $ cat hello.import
+  scope drawing {
+      import shapes.circle shapes.colours.*
+      import renderer@^1.2 as r
+  }
+  $ import_explorer hello.import
+
+Exit status: 0; 1 if there were errors in the input; 2 for a wrong command line.)";
+
+Behavior toBehavior(std::string const& packages) {
+    if (packages == "on") {
+        return Behavior::WithPackageImports;
+    }
+    return packages == "off" ? Behavior::WithoutPackageImports : Behavior::FollowFeatureSwitch;
+}
+
+Notice usageError(std::string const& problem) {
+    return {"import_explorer: error: " + problem +
+                "\nRun 'import_explorer --help' to see how it is used.\n",
+            ExitStatus::Failure};
+}
+
+} // namespace
+
+std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
+    Options options;
+    std::string packages = "follow";
+    std::string feature = "on";
+    bool readsLines = false;
+    bool writesJson = false;
+
+    CLI::App app(description, "import_explorer");
+    app.footer(footer);
+    app.set_version_flag("--version", IMPORT_EXPLORER_VERSION, "Print the version and exit");
+    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.add_option("paths", options.paths,
+                   "Files, folders (the *.import files below them), - for standard input")
+        ->type_name("PATH");
+    app.add_option("--packages", packages,
+                   "Whether packages can be imported; 'follow' asks the feature switch")
+        ->check(CLI::IsMember({"on", "off", "follow"}))
+        ->take_last()
+        ->capture_default_str();
+    app.add_option("--feature", feature, "How the feature switch is set")
+        ->check(CLI::IsMember({"on", "off"}))
+        ->take_last()
+        ->capture_default_str();
+    app.add_flag("--lines", readsLines,
+                 "Read any text: each line that begins with the word 'import' is a command, "
+                 "and\nof folders all files are read");
+    app.add_flag("--json", writesJson, "Write one JSON document instead of text");
+    app.add_flag("--quiet", options.isQuiet, "Write diagnostics and the summary only");
+
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::CallForHelp const&) {
+        return Notice{app.help(), ExitStatus::Success};
+    } catch (CLI::CallForVersion const&) {
+        return Notice{app.version() + "\n", ExitStatus::Success};
+    } catch (CLI::ParseError const& error) {
+        return usageError(error.what());
+    }
+    if (options.paths.empty()) {
+        return usageError("nothing to read: name files or folders, or - for standard input");
+    }
+    options.behavior = toBehavior(packages);
+    options.isFeatureOn = feature == "on";
+    options.syntax = readsLines ? SourceSyntax::Lines : SourceSyntax::Script;
+    options.format = writesJson ? ReportFormat::Json : ReportFormat::Text;
+    return options;
+}
+
+} // namespace explorer

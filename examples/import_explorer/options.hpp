@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// The command line.
+
+#include <import_explorer/script_reader.hpp>
+
+#include <import/argument_parser.hpp>
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace explorer {
+
+/// How a run ends.
+enum class ExitStatus : std::uint8_t {
+    Success = 0,
+    /// There were errors in the input.
+    ErrorsFound = 1,
+    /// The command line was wrong, or the output could not be written.
+    Failure = 2,
+};
+
+enum class ReportFormat {
+    Text,
+    Json,
+};
+
+struct Options {
+    /// Files, folders, or `-`.
+    std::vector<std::string> paths;
+    lf::import::Behavior behavior = lf::import::Behavior::FollowFeatureSwitch;
+    bool isFeatureOn = true;
+    SourceSyntax syntax = SourceSyntax::Script;
+    ReportFormat format = ReportFormat::Text;
+    bool isQuiet = false;
+};
+
+/// What is to be done instead of a run.
+struct Notice {
+    /// For standard output on success, otherwise for standard error.
+    std::string text;
+    ExitStatus status = ExitStatus::Success;
+};
+
+std::variant<Options, Notice> parseOptions(int argc, char const* const* argv);
+
+} // namespace explorer

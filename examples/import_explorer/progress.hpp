@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// A line on the terminal that tells how far a long run is.
+
+#include <import_explorer/output.hpp>
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace explorer {
+
+/// Draws one line, again and again in the same place. Short runs show nothing.
+class Progress {
+  public:
+    /// \param total the number of files of the run.
+    Progress(Output& terminal, std::size_t total);
+    Progress(Progress const&) = delete;
+    Progress& operator=(Progress const&) = delete;
+    ~Progress();
+
+    /// \p done files are done, \p name is the next.
+    void show(std::size_t done, std::string const& name);
+
+    /// Removes the line; to be called before anything else is written to the terminal.
+    void erase();
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    Output& output;
+    std::size_t numberOfFiles;
+    bool isEnabled;
+    Clock::time_point nextDrawing;
+    bool isShown = false;
+};
+
+} // namespace explorer
