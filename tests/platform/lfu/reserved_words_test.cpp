@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
 #include <string>
 
@@ -12,19 +13,19 @@ using lfu::isReservedWord;
 
 constexpr int anySelector = 8;
 
-constexpr char16_t const* reserved[] = {
+constexpr auto reserved = std::to_array<char16_t const*>({
     u"and",      u"break",  u"case",   u"catch",  u"class", u"continue", u"default",
     u"do",       u"else",   u"elseif", u"end",    u"false", u"finally",  u"for",
     u"function", u"global", u"if",     u"import", u"not",   u"or",       u"package",
     u"return",   u"switch", u"throw",  u"true",   u"try",   u"while",
-};
+});
 
 struct Row {
     char16_t const* word;
     char const* why;
 };
 
-constexpr Row notReserved[] = {
+constexpr auto notReserved = std::to_array<Row>({
     {u"", "nothing is no word"},
     {u"as", "it has a meaning inside an import only"},
     {u"a", "shorter than any reserved word"},
@@ -40,7 +41,7 @@ constexpr Row notReserved[] = {
     {u"\uFF46\uFF4F\uFF52", "wide letters are not folded"},
     {u"\xD800", "a lone surrogate"},
     {u"if\xDC00", "a reserved word with a lone surrogate"},
-};
+});
 
 TEST(ReservedWords, AreExactlyTheListedOnes) {
     for (std::u16string const word : reserved) {

@@ -5,6 +5,7 @@
 #include <rapidcheck.h>
 #include <unicode/unistr.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -24,7 +25,7 @@ struct Row {
     char const* why;
 };
 
-constexpr Row rows[] = {
+constexpr auto rows = std::to_array<Row>({
     {u"", "", "nothing stays nothing"},
     {u"plain ASCII", "plain ASCII", "ASCII stays as it is"},
     {u"\0a\0"sv, "\0a\0"sv, "zero is a character like any other"},
@@ -57,7 +58,7 @@ constexpr Row rows[] = {
      "\xEF\xBF\xBD"
      "a\xEF\xBF\xBD",
      "a pair torn apart"},
-};
+});
 
 /// What ICU's own string makes of the text.
 std::string utf8ByIcu(std::u16string const& text) {

@@ -5,6 +5,7 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -25,7 +26,7 @@ struct Row {
     char const* why;
 };
 
-constexpr Row rows[] = {
+constexpr auto rows = std::to_array<Row>({
     {u"", false, "nothing is no identifier"},
     {u"a", true, "a letter"},
     {u"_", true, "an underscore may start, even alone"},
@@ -70,7 +71,7 @@ constexpr Row rows[] = {
      false, "a high surrogate before a letter"},
     {u"\xDC00\xD801", false, "a pair the wrong way round"},
     {u"\U00010400\xD801", false, "a high surrogate behind a pair"},
-};
+});
 
 bool mayStart(char32_t codePoint) {
     return codePoint == U'_' ||

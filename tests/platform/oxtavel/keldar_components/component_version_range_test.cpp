@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstddef>
 #include <exception>
 #include <string>
@@ -65,7 +66,7 @@ struct Row {
     char const* why;
 };
 
-constexpr Row accepted[] = {
+constexpr auto accepted = std::to_array<Row>({
     {u"0", "zero"},
     {u"0.0.0", "zeros"},
     {u"10.20.30", "zeros inside numbers"},
@@ -82,7 +83,7 @@ constexpr Row accepted[] = {
     {u"*,*", "any version twice"},
     {u"1,1", "the same comparator twice"},
     {u">=1.2.3-rc.1+build.007,<2,~1.4", "all of it together"},
-};
+});
 
 TEST(ComponentVersionRange, IsWrittenAsItWasRead) {
     for (Row const& row : accepted) {
@@ -91,7 +92,7 @@ TEST(ComponentVersionRange, IsWrittenAsItWasRead) {
     }
 }
 
-constexpr Row refused[] = {
+constexpr auto refused = std::to_array<Row>({
     {u"", "nothing"},
     {u",", "two empty comparators"},
     {u"1,", "an empty comparator at the end"},
@@ -148,7 +149,7 @@ constexpr Row refused[] = {
     {u"1-\xDC00", "a lone low surrogate"},
     {u"\xD835", "a lone high surrogate in place of a version"},
     {u"\U0001D7D8", "a digit of two units"},
-};
+});
 
 TEST(ComponentVersionRange, IsRefusedWhenAnyPartIsWrong) {
     for (Row const& row : refused) {

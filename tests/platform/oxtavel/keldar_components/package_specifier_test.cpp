@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <array>
 #include <cstddef>
 #include <exception>
 #include <iomanip>
@@ -54,7 +55,7 @@ struct AcceptedRow {
     char const* why;
 };
 
-constexpr AcceptedRow accepted[] = {
+constexpr auto accepted = std::to_array<AcceptedRow>({
     {u"pkg", u"pkg", "a name alone"},
     {u"_", u"_", "the shortest name"},
     {u"a.b.c", u"a.b.c", "a dotted name"},
@@ -68,7 +69,7 @@ constexpr AcceptedRow accepted[] = {
     {u"\u00FCber.\u540D\u524D@1", u"\u00FCber.\u540D\u524D", "letters outside ASCII"},
     {u"\U00010400\U0001D7D8@1", u"\U00010400\U0001D7D8", "letters and digits of two units"},
     {u"e\u0301@1", u"e\u0301", "a combining mark behind its letter"},
-};
+});
 
 TEST(PackageSpecifier, IsReadIntoNameAndRange) {
     for (AcceptedRow const& row : accepted) {
@@ -85,7 +86,7 @@ struct RefusedRow {
     char const* why;
 };
 
-constexpr RefusedRow refused[] = {
+constexpr auto refused = std::to_array<RefusedRow>({
     {u"", "nothing"},
     {u"@", "neither name nor range"},
     {u"@1", "no name"},
@@ -129,7 +130,7 @@ constexpr RefusedRow refused[] = {
     {u"a.\xD800.\xDC00", "a pair torn apart by a dot"},
     {u"\U0001F600", "a picture"},
     {u"a\uFF201", "a wide at sign"},
-};
+});
 
 TEST(PackageSpecifier, IsRefusedWhenAnyPartIsWrong) {
     for (RefusedRow const& row : refused) {
@@ -187,14 +188,14 @@ TEST(PackageSpecifier, LeavesTheSourceOfAMoveWithoutAName) {
         auto source = makeSpecifier(text);
         PackageSpecifier constructed(std::move(source));
         EXPECT_EQ(constructed, makeSpecifier(text));
-        EXPECT_EQ(source.Name(),
-                  u""); // NOLINT(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
+        // NOLINTNEXTLINE(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
+        EXPECT_EQ(source.Name(), u"");
 
         auto assigned = makeSpecifier(u"other");
         assigned = std::move(constructed);
         EXPECT_EQ(assigned, makeSpecifier(text));
-        EXPECT_EQ(constructed.Name(),
-                  u""); // NOLINT(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
+        // NOLINTNEXTLINE(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
+        EXPECT_EQ(constructed.Name(), u"");
     }
 }
 
