@@ -11,4 +11,8 @@ function(gleigem_configure_target target)
                    CXX_VISIBILITY_PRESET hidden
                    POSITION_INDEPENDENT_CODE ON)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+    # g++ 12 mistakes an inlined `"text" + std::string` for a copy onto itself.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+        target_compile_options(${target} PRIVATE -Wno-restrict)
+    endif()
 endfunction()
