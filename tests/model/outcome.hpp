@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// What one element of a parse result says, as plain data: the form in which model and library are
+/// compared.
+
+#include <cstdint>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace model {
+
+/// The four kinds of element.
+enum class OutcomeKind : std::uint8_t { FullyQualified, Wildcard, Package, Invalid };
+
+/// One element. Texts that its kind does not have are empty.
+struct Outcome {
+    OutcomeKind kind{};
+    /// The argument that the element belongs to.
+    std::uint64_t index = 0;
+    /// Of fully qualified imports and packages.
+    std::u16string introducedName;
+    /// Of fully qualified imports and wildcards.
+    std::u16string rawArgument;
+    /// Of fully qualified imports and wildcards.
+    std::u16string rootElement;
+    /// Of packages: the text form of the specifier.
+    std::u16string specifier;
+    /// Of invalid elements, as are the rest.
+    std::string catalogue;
+    std::string key;
+    std::vector<std::u16string> messageArguments;
+    bool isWarning = false;
+
+    friend bool operator==(Outcome const&, Outcome const&) = default;
+};
+
+/// \p text in quotes, everything but plain ASCII as `\uXXXX`, so that unpaired surrogates and
+/// look-alikes can be told apart.
+std::string quoted(std::u16string const& text);
+
+/// One line for a person to read.
+std::ostream& operator<<(std::ostream& stream, Outcome const& outcome);
+
+} // namespace model
