@@ -41,7 +41,7 @@ std::unique_ptr<IReport> makeReport(Options const& options, Output const& output
         bool const packageImports = options.behavior == Behavior::FollowFeatureSwitch
                                         ? lf::features::isPackageImportsFeatureOn()
                                         : options.behavior == Behavior::WithPackageImports;
-        return std::make_unique<JsonReport>(packageImports);
+        return createJsonReport(packageImports);
     }
     return std::make_unique<TextReport>(Style(isColourWanted(output)), options.isQuiet
                                                                            ? Detail::DiagnosticsOnly

@@ -66,29 +66,7 @@ Json toJson(Diagnostic const& diagnostic) {
     return object;
 }
 
-Json toJson(Summary const& summary) {
-    return {{"files", summary.files},         {"commands", summary.commands},
-            {"entries", summary.entries()},   {"names", summary.names},
-            {"wildcards", summary.wildcards}, {"packages", summary.packages},
-            {"errors", summary.errors},       {"warnings", summary.warnings}};
-}
-
-} // namespace
-
-struct JsonReport::Document {
-    Json root;
-};
-
-JsonReport::JsonReport(bool packageImports) : document(std::make_unique<Document>()) {
-    document->root = {{"schemaVersion", jsonSchemaVersion},
-                      {"packageImports", packageImports},
-                      {"files", Json::array()},
-                      {"failures", Json::array()}};
-}
-
-JsonReport::~JsonReport() = default;
-
-std::string JsonReport::add(AnalysedFile const& file) {
+Json toJson(AnalysedFile const& file) {
     Json object{{"name", file.source.name()}};
     Json& commands = object["commands"] = Json::array();
     for (AnalysedCommand const& command : file.commands) {
@@ -98,19 +76,49 @@ std::string JsonReport::add(AnalysedFile const& file) {
     for (Diagnostic const& diagnostic : file.diagnostics) {
         diagnostics.push_back(toJson(diagnostic));
     }
-    document->root["files"].push_back(std::move(object));
-    return {};
+    return object;
 }
 
-std::string JsonReport::add(LoadFailure const& failure) {
-    document->root["failures"].push_back(
-        {{"name", failure.name}, {"message", failure.reason}, {"offset", orNull(failure.offset)}});
-    return {};
+Json toJson(Summary const& summary) {
+    return {{"files", summary.files},         {"commands", summary.commands},
+            {"entries", summary.entries()},   {"names", summary.names},
+            {"wildcards", summary.wildcards}, {"packages", summary.packages},
+            {"errors", summary.errors},       {"warnings", summary.warnings}};
 }
 
-std::string JsonReport::finish(Summary const& summary, std::chrono::duration<double>) {
-    document->root["summary"] = toJson(summary);
-    return document->root.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+class JsonReport final : public IReport {
+  public:
+    explicit JsonReport(bool packageImports)
+        : document{{"schemaVersion", jsonSchemaVersion},
+                   {"packageImports", packageImports},
+                   {"files", Json::array()},
+                   {"failures", Json::array()}} {}
+
+    std::string add(AnalysedFile const& file) override {
+        document["files"].push_back(toJson(file));
+        return {};
+    }
+
+    std::string add(LoadFailure const& failure) override {
+        document["failures"].push_back({{"name", failure.name},
+                                        {"message", failure.reason},
+                                        {"offset", orNull(failure.offset)}});
+        return {};
+    }
+
+    std::string finish(Summary const& summary, std::chrono::duration<double>) override {
+        document["summary"] = toJson(summary);
+        return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    }
+
+  private:
+    Json document;
+};
+
+} // namespace
+
+std::unique_ptr<IReport> createJsonReport(bool packageImports) {
+    return std::make_unique<JsonReport>(packageImports);
 }
 
 } // namespace explorer

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: BSL-1.0
+
+#include <import_explorer/message_catalogue.hpp>
+
+#include <import/messages.hpp>
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace explorer {
+namespace {
+
+TEST(MessageCatalogue, HasOtherWordsForEachMessageAndUsesAllItsArguments) {
+    std::set<std::string_view> seen;
+    for (lf::import::MessageKey const& message : lf::import::messageKeys) {
+        std::string_view const words = wordsFor(message.key);
+        EXPECT_TRUE(seen.insert(words).second) << message.key;
+        std::vector<std::string> arguments;
+        for (std::size_t index = 0; index < message.numberOfArguments; ++index) {
+            arguments.push_back("<" + std::to_string(index) + ">");
+        }
+        std::string const filled = fillPlaces(words, arguments);
+        for (std::string const& argument : arguments) {
+            EXPECT_NE(filled.find(argument), std::string::npos) << message.key;
+        }
+        EXPECT_EQ(filled.find('{'), std::string::npos) << "a place without argument: " << filled;
+    }
+    EXPECT_EQ(seen.size(), 14U);
+}
+
+TEST(MessageCatalogue, SaysSoWhereItHasNoWords) {
+    EXPECT_EQ(wordsFor("InvalidImportArgumentX"), wordsFor(""));
+    EXPECT_NE(wordsFor("InvalidImportArgumentX"), wordsFor("InvalidImportArgument"));
+}
+
+TEST(MessageCatalogue, FillsPlacesInAnyOrderAndMoreThanOnce) {
+    EXPECT_EQ(fillPlaces("{2}-{1}-{2}", std::vector<std::string>{"a", "b"}), "b-a-b");
+}
+
+TEST(MessageCatalogue, DoesNotFillPlacesWithinArguments) {
+    EXPECT_EQ(fillPlaces("{1}", std::vector<std::string>{"{1}{2}"}), "{1}{2}");
+}
+
+TEST(MessageCatalogue, LeavesAloneWhatIsNoPlace) {
+    EXPECT_EQ(fillPlaces("{} {0} {2} {1", std::vector<std::string>{"a"}), "{} {0} {2} {1");
+}
+
+} // namespace
+} // namespace explorer

@@ -1,0 +1,330 @@
+// SPDX-License-Identifier: BSL-1.0
+
+/// \file
+/// The program as its users see it.
+
+#include "running.hpp"
+
+#include <nlohmann/json.hpp>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <regex>
+#include <string>
+#include <string_view>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using support::Outcome;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+class Program : public testing::Test {
+  protected:
+    void write(fs::path const& name, std::string_view contents) const {
+        folder.write(name, contents);
+    }
+
+    Outcome run(std::string const& commandLine) const {
+        Outcome outcome = support::runInShell(commandLine, folder.path());
+        outcome.output =
+            std::regex_replace(outcome.output, std::regex("[0-9]+\\.[0-9]{3} s\n$"), "TIME s\n");
+        return outcome;
+    }
+
+    Outcome runOnTerminal(std::string const& commandLine) const {
+        return support::runOnTerminal(commandLine, folder.path());
+    }
+
+    support::TemporaryFolder folder;
+};
+
+TEST_F(Program, ShowsEntriesAndDiagnosticsInSourceOrder) {
+    write("some.import", "# a comment\n"
+                         "scope s {\n"
+                         "    import a.b.c long.name.* \"\" d.e\n"
+                         "    import pkg@^1.2 as p; dynamic import x  # why not\n"
+                         "    import a.b \"not a name\"\n"
+                         "    frob\n"
+                         "    import\n"
+                         "}\n");
+    Outcome const outcome = run("$explorer some.import");
+    EXPECT_EQ(outcome.output,
+              R"(some.import
+   3 | import a.b.c long.name.* "" d.e
+     |   [0] name      a.b.c        introduces c  root a
+     |   [1] wildcard  long.name.*                root long
+     |   [3] name      d.e          introduces e  root d
+   4 | import pkg@^1.2 as p
+     |   [2] package   pkg@^1.2 as p  introduces p
+   4 | dynamic import x
+     |   [0] package   x  introduces x
+some.import:5:16: error: 'not a name' is neither a dotted name, nor a wildcard, nor a package [InvalidImportArgument]
+   5 |     import a.b "not a name"
+     |                ^~~~~~~~~~~~
+some.import:6:5: error: unknown statement 'frob': expected 'import', 'dynamic import', 'scope', 'use' or '}'
+   6 |     frob
+     |     ^~~~
+   7 | import
+     |   nothing to import
+
+1 file, 5 commands: 5 entries (2 names, 1 wildcard, 2 packages), 2 errors, 0 warnings, TIME s
+)");
+    EXPECT_EQ(outcome.errorOutput, "");
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(Program, ShowsOnlyDiagnosticsAndTheSummaryWhenQuiet) {
+    write("some.import", "import a.b\nimport a.1\n");
+    EXPECT_EQ(
+        run("$explorer --quiet some.import").output,
+        R"(some.import:2:8: error: 'a.1' is neither a dotted name, nor a wildcard, nor a package [InvalidImportArgument]
+   2 | import a.1
+     |        ^~~
+1 file, 2 commands: 1 entry (1 name, 0 wildcards, 0 packages), 1 error, 0 warnings, TIME s
+)");
+}
+
+TEST_F(Program, ShowsAWarningBesideItsEntryAndSucceeds) {
+    write("some.import", "import a.for\nimport 1a.*\n");
+    Outcome const outcome = run("$explorer --packages off some.import");
+    EXPECT_EQ(outcome.output,
+              R"(some.import
+   1 | import a.for
+     |   [0] name      a.for  introduces for  root a
+some.import:1:8: warning: 'a.for' introduces 'for', which is a reserved word [KeywordInImportArgumentWarning]
+   1 | import a.for
+     |        ^~~~~
+   2 | import 1a.*
+     |   [0] wildcard  1a.*    root 1a
+some.import:2:8: warning: the wildcard '1a.*' has no prefix of valid names [MalformedImportArgumentWarning]
+   2 | import 1a.*
+     |        ^~~~
+
+1 file, 2 commands: 2 entries (1 name, 1 wildcard, 0 packages), 0 errors, 2 warnings, TIME s
+)");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(Program, AsksTheFeatureSwitchUnlessToldOtherwise) {
+    write("some.import", "import pkg\n");
+    std::string const refusal = "[ImportArgumentWithoutDot]";
+    EXPECT_EQ(run("$explorer some.import").status, 0);
+    EXPECT_THAT(run("$explorer --feature off some.import").output, HasSubstr(refusal));
+    EXPECT_THAT(run("$explorer --feature off --packages follow some.import").output,
+                HasSubstr(refusal));
+    EXPECT_EQ(run("$explorer --feature off --packages on some.import").status, 0);
+    EXPECT_THAT(run("$explorer --feature on --packages off some.import").output,
+                HasSubstr(refusal));
+}
+
+TEST_F(Program, AlignsCaretsBelowTabsAndWideCharacters) {
+    write("some.import", "\timport\t図形.円 cafe\u0301.a for.\n");
+    EXPECT_EQ(run("$explorer --quiet some.import").output,
+              "some.import:1:22: error: 'for.' is neither a dotted name, nor a wildcard, nor a "
+              "package [InvalidImportArgument]\n"
+              "   1 | \timport\t図形.円 cafe\u0301.a for.\n"
+              "     | \t      \t               ^~~~\n"
+              "1 file, 1 command: 0 entries (0 names, 0 wildcards, 0 packages), 1 error, 0 "
+              "warnings, TIME s\n");
+}
+
+TEST_F(Program, TakesAByteOrderMarkAndCarriageReturns) {
+    write("some.import", "\xEF\xBB\xBFimport a.b\r\nimport for\r\n");
+    Outcome const outcome = run("$explorer some.import");
+    EXPECT_EQ(outcome.output,
+              R"(some.import
+   1 | import a.b
+     |   [0] name      a.b  introduces b  root a
+some.import:2:8: error: 'for' cannot be imported: 'for' is a reserved word [KeywordInImportArgument]
+   2 | import for
+     |        ^~~
+
+1 file, 2 commands: 1 entry (1 name, 0 wildcards, 0 packages), 1 error, 0 warnings, TIME s
+)");
+}
+
+TEST_F(Program, KeepsEscapeSequencesAwayFromTheTerminal) {
+    write("some.import", "import a.\x1b[31m\n\x1b]0;x\x07\n");
+    for (std::string const options : {"", "--packages off ", "--lines "}) {
+        std::string const output = run("$explorer " + options + "some.import").output;
+        EXPECT_THAT(output, Not(HasSubstr("\x1b")));
+        EXPECT_THAT(output, HasSubstr("a.<U+001B>[31m"));
+    }
+    write("a\x1b[1m.import", "import a.b c\n");
+    EXPECT_THAT(run("$explorer ./a*.import").output, HasSubstr("./a<U+001B>[1m.import:1:12:"));
+}
+
+TEST_F(Program, ReadsAnyTextLineByLine) {
+    write("code.py", "from x import y\nimport os.path;  # why\nprint(\"}\")\n");
+    EXPECT_EQ(run("$explorer --lines code.py").output, R"(code.py
+   2 | import os.path
+     |   [0] name      os.path  introduces path  root os
+
+1 file, 1 command: 1 entry (1 name, 0 wildcards, 0 packages), 0 errors, 0 warnings, TIME s
+)");
+}
+
+TEST_F(Program, ReadsStandardInput) {
+    Outcome const outcome = run("printf 'import a.b\\nimport 1' | $explorer -");
+    EXPECT_THAT(outcome.output, StartsWith("<stdin>\n   1 | import a.b\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("<stdin>:2:8: error: "));
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(Program, WalksFoldersInSortedOrderAndLeavesOutWhatIsNotMeant) {
+    for (char const* name : {"t/b.import", "t/a/z.import", "t/a/y.import", "t/c.txt", "t/a.import",
+                             "t/.git/x.import", "t/.hidden.import"}) {
+        write(name, "import 1\n");
+    }
+    fs::create_directory_symlink(folder.path() / "t", folder.path() / "t/a/loop");
+    auto const namesIn = [](Outcome const& outcome) {
+        std::string names;
+        std::regex const pattern("(\\S+):1:8:");
+        for (std::sregex_iterator match(outcome.output.begin(), outcome.output.end(), pattern), end;
+             match != end; ++match) {
+            names += (*match)[1].str() + " ";
+        }
+        return names;
+    };
+    EXPECT_EQ(namesIn(run("$explorer --quiet t")),
+              "t/a/y.import t/a/z.import t/a.import t/b.import ");
+    EXPECT_EQ(namesIn(run("$explorer --quiet --lines t")),
+              "t/a/y.import t/a/z.import t/a.import t/b.import t/c.txt ");
+    EXPECT_EQ(namesIn(run("$explorer --quiet t/c.txt t/.git")), "t/c.txt t/.git/x.import ")
+        << "what is named is read, whatever it is called";
+}
+
+TEST_F(Program, ReportsFilesThatAreNoTextAndGoesOn) {
+    write("a.import", "import a\n\xC3(\n");
+    write("c.import", "import c\n");
+    Outcome const outcome = run("$explorer --quiet a.import missing c.import");
+    EXPECT_EQ(outcome.output,
+              "a.import: error: not UTF-8 text: byte 0xC3 at offset 9\n"
+              "missing: error: cannot open: No such file or directory\n"
+              "1 file, 1 command: 1 entry (0 names, 0 wildcards, 1 package), 2 errors, 0 warnings, "
+              "TIME s\n");
+    EXPECT_EQ(outcome.errorOutput, "");
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(Program, ReportsAFileThatCannotBeRead) {
+    // Readable by its mode but not in fact, even for the superuser.
+    Outcome const outcome = run("$explorer --quiet /proc/self/mem");
+    EXPECT_THAT(outcome.output,
+                StartsWith("/proc/self/mem: error: cannot read: Input/output error\n"));
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(Program, WritesTheSameJsonDocumentEveryTime) {
+    write("a.import", "import a.b\nimport 1\n");
+    write("b.import", "import \xFF");
+    Outcome const first = run("$explorer --json --packages off . missing");
+    Outcome const second = run("$explorer --json --packages off . missing");
+    EXPECT_EQ(first.output, second.output);
+    EXPECT_EQ(first.status, 1);
+    auto const document = nlohmann::json::parse(first.output);
+    EXPECT_EQ(document["schemaVersion"], 1);
+    EXPECT_EQ(document["packageImports"], false);
+    EXPECT_EQ(document["files"].size(), 1U);
+    EXPECT_EQ(document["files"][0]["diagnostics"][0]["key"], "ImportArgumentWithoutDot");
+    EXPECT_EQ(document["failures"].size(), 2U);
+    EXPECT_EQ(document["failures"][0]["name"], "./b.import");
+    EXPECT_EQ(document["failures"][0]["offset"], 7);
+    EXPECT_EQ(document["summary"]["errors"], 3);
+}
+
+TEST_F(Program, TellsHowItIsUsed) {
+    Outcome const help = run("$explorer --help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_THAT(help.output, HasSubstr("Usage: import_explorer"));
+    EXPECT_THAT(help.output, HasSubstr("Example:"));
+    Outcome const version = run("$explorer --version");
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.output, "import_explorer (gleigem) " GLEIGEM_VERSION "\n");
+}
+
+TEST_F(Program, RefusesAWrongCommandLine) {
+    for (std::string const arguments :
+         {"", "--packages maybe x", "--feature follow x", "--no-such-option x", "--packages"}) {
+        Outcome const outcome = run("$explorer " + arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_EQ(outcome.output, "") << arguments;
+        EXPECT_THAT(outcome.errorOutput, StartsWith("import_explorer: error: ")) << arguments;
+        EXPECT_THAT(outcome.errorOutput, HasSubstr("--help")) << arguments;
+    }
+}
+
+TEST_F(Program, UsesColoursOnATerminalOnly) {
+    write("some.import", "import 1\n");
+    std::string const command = "$explorer some.import";
+    EXPECT_THAT(runOnTerminal("TERM=xterm NO_COLOR= " + command).output,
+                HasSubstr("\x1b[1;31merror:\x1b[0m"));
+    EXPECT_THAT(runOnTerminal("TERM=xterm NO_COLOR=1 " + command).output, Not(HasSubstr("\x1b")));
+    EXPECT_THAT(runOnTerminal("TERM=dumb NO_COLOR= " + command).output, Not(HasSubstr("\x1b")));
+    EXPECT_THAT(runOnTerminal("TERM=xterm NO_COLOR= " + command + " | cat").output,
+                Not(HasSubstr("\x1b")));
+}
+
+TEST_F(Program, EndsQuietlyWhenNobodyReadsItsOutput) {
+    std::string script;
+    for (int count = 0; count < 20'000; ++count) {
+        script += "import a.b c.d\n";
+    }
+    write("some.import", script);
+    Outcome const outcome =
+        run("{ $explorer some.import; echo $? >status; } | head -n 1; cat status");
+    EXPECT_EQ(outcome.output, "some.import\n0\n");
+    EXPECT_EQ(outcome.errorOutput, "");
+}
+
+TEST_F(Program, FailsWhenItsOutputIsLost) {
+    write("some.import", "import a.b\n");
+    for (std::string const options : {"", "--json ", "--version "}) {
+        Outcome const outcome = run("$explorer " + options + "some.import >/dev/full");
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.errorOutput,
+                  "import_explorer: error: cannot write the output: No space left on device\n");
+    }
+}
+
+TEST_F(Program, ReadsDeepScopesAndLongLines) {
+    std::string deep;
+    std::string closing;
+    for (int count = 0; count < 50'000; ++count) {
+        deep += "scope s {\n";
+        closing += "}\n";
+    }
+    write("deep.import", deep + "import a.b\n" + closing);
+    write("long.import", "import " + std::string(200'000, 'x') + ".1\n");
+    EXPECT_EQ(run("$explorer --quiet deep.import").status, 0);
+    Outcome const outcome = run("$explorer --quiet long.import");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_LT(outcome.output.size(), 1000U);
+}
+
+TEST_F(Program, ReadsTheExamplesAsTheyAreMeant) {
+    std::string const examples = "'" EXAMPLES_FOLDER "'";
+    Outcome const tour = run("$explorer --quiet " + examples + "/tour.import");
+    EXPECT_EQ(tour.status, 1);
+    for (std::string const key :
+         {"InvalidImportArgument", "KeywordInImportArgument", "MixedImportType",
+          "NamespaceWithAlias", "IncorrectNumberOfPackagesForAlias", "IncorrectNumberOfAlias",
+          "InvalidAliasName", "MultipleAsClauses"}) {
+        EXPECT_THAT(tour.output, HasSubstr("[" + key + "]"));
+    }
+    Outcome const legacy = run("$explorer --quiet --packages off " + examples + "/legacy.import");
+    EXPECT_EQ(legacy.status, 1);
+    for (std::string const key : {"KeywordInImportArgumentWarning",
+                                  "MalformedImportArgumentWarning", "ImportArgumentWithoutDot"}) {
+        EXPECT_THAT(legacy.output, HasSubstr("[" + key + "]"));
+    }
+}
+
+} // namespace
