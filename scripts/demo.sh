@@ -7,10 +7,12 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 build=build/demo
 explorer=$build/examples/import_explorer/import_explorer
 
-# demonstrate ARGUMENT...: shows the command line and runs it. Exit status 1 means that the script has
+# demonstrate WHAT ARGUMENT...: shows the command line and runs it. Exit status 1 means that the script has
 # wrong import commands, as the samples have on purpose.
 demonstrate() {
-    step "running import_explorer $*"
+    step "$1"
+    shift
+    printf '$ %s\n\n' "$explorer $*"
     "$explorer" "$@" || (($? == 1))
 }
 
@@ -22,5 +24,5 @@ cmake --preset release -B "$build" -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_BEN
 step "building import_explorer"
 cmake --build "$build" --target import_explorer
 
-demonstrate examples/tour.import
-demonstrate --packages off examples/legacy.import
+demonstrate "reading a tour of import commands, wrong ones among them" examples/tour.import
+demonstrate "reading commands of the time before packages" --packages off examples/legacy.import
