@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// A syntax tree of one command that records what it is asked.
+
+#include <lf/astapi/import_command_view.hpp>
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace recording_platform {
+
+/// Questions go to the log of the platform's recorder, under the tree's name. Can be changed at any
+/// time, also while it is being read.
+class RecordingTree final : public lf::astapi::ISyntaxTree {
+  public:
+    /// A command with these arguments, all of them of this tree.
+    explicit RecordingTree(std::string treeName,
+                           std::vector<std::u16string> const& argumentTexts = {});
+
+    /// The node of the command.
+    lf::astapi::ImportCommandView command() const { return {this, commandNode}; }
+
+    /// Adds an argument to the command and answers its node.
+    lf::astapi::ArgumentNode append(std::u16string text);
+
+    /// Adds an argument to the command that belongs to another tree.
+    void append(lf::astapi::ArgumentNode foreign) { arguments.push_back(foreign); }
+
+    /// Takes the last argument from the command.
+    void removeLast() { arguments.pop_back(); }
+
+    std::size_t getNumberOfArguments(lf::astapi::NodeHandle askedCommand) const override;
+    lf::astapi::ArgumentNode getArgument(lf::astapi::NodeHandle askedCommand,
+                                         std::size_t index) const override;
+    std::u16string getText(lf::astapi::NodeHandle askedArgument) const override;
+
+    static constexpr lf::astapi::NodeHandle commandNode = 70;
+    /// The first argument's; those behind it count on.
+    static constexpr lf::astapi::NodeHandle firstArgumentNode = 100;
+
+  private:
+    std::string name;
+    std::vector<lf::astapi::ArgumentNode> arguments;
+    std::map<lf::astapi::NodeHandle, std::u16string> texts;
+};
+
+} // namespace recording_platform
