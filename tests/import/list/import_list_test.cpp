@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: BSL-1.0
+
+#include <import/import_list.hpp>
+
+#include <support/make_entries.hpp>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace lf::import {
+namespace {
+
+using support::makeName;
+using support::makePackage;
+using support::makeWildcard;
+using enum IImportList::CheckAncestorList;
+
+static_assert(static_cast<int>(No) == 0);
+static_assert(static_cast<int>(Yes) == 1);
+static_assert(static_cast<int>(EntryOrigin::ThisList) == 0);
+static_assert(static_cast<int>(EntryOrigin::Ancestor) == 1);
+static_assert(sizeof(EntryOrigin) == 4);
+
+static_assert(std::is_abstract_v<IImportList>);
+static_assert(std::has_virtual_destructor_v<IImportList>);
+static_assert(std::is_same_v<decltype(FoundImportEntry::entry), PackageImportEntry const&>);
+static_assert(std::is_same_v<decltype(FoundFullyQualifiedName::rawArgument), std::u16string_view>);
+static_assert(
+    std::is_same_v<decltype(std::declval<IImportList&>().getWildcardImportEntries(No)),
+                   ranges::any_view<WildcardImportEntry const&, ranges::category::forward>>);
+
+// The position of a virtual function in the table, the destructor being position 0. In the ABI of
+// this platform a pointer to a virtual member function holds one more than the offset of its entry,
+// and a destructor has two entries.
+template <typename Function>
+std::ptrdiff_t slotOf(Function IImportList::*function) {
+    struct Representation {
+        std::ptrdiff_t offsetPlusOne;
+        std::ptrdiff_t adjustment;
+    };
+
+    auto const [offsetPlusOne, adjustment] = std::bit_cast<Representation>(function);
+    EXPECT_EQ(adjustment, 0);
+    return (offsetPlusOne - 1) / static_cast<std::ptrdiff_t>(sizeof(void*)) - 1;
+}
+
+TEST(IImportList, HasItsOperationsInTheOrderOfTheInterface) {
+    EXPECT_EQ(slotOf(&IImportList::addDynamicImportEntry), 1);
+    EXPECT_EQ(slotOf(&IImportList::addStaticImportEntry), 2);
+    EXPECT_EQ(slotOf(&IImportList::findPackageImportEntry), 3);
+    EXPECT_EQ(slotOf(&IImportList::findFullyQualifiedImportEntry), 4);
+    EXPECT_EQ(slotOf(&IImportList::getFullyQualifiedImportEntries), 5);
+    EXPECT_EQ(slotOf(&IImportList::getWildcardImportEntries), 6);
+    EXPECT_EQ(slotOf(&IImportList::getPackageImportEntries), 7);
+    EXPECT_EQ(slotOf(&IImportList::getParent), 8);
+    EXPECT_EQ(slotOf(&IImportList::clone), 9);
+    EXPECT_EQ(slotOf(&IImportList::isEmpty), 10);
+    EXPECT_EQ(slotOf(&IImportList::getNumberOfEntries), 11);
+}
+
+class AnImportList : public testing::Test {
+  protected:
+    static std::shared_ptr<IImportList> makeList(std::shared_ptr<IImportList const> parent = {}) {
+        return createImportList(std::move(parent));
+    }
+
+    // One entry of each kind.
+    static void fill(IImportList& list) {
+        ASSERT_FALSE(list.addStaticImportEntry(makeName(u"a.b")));
+        ASSERT_FALSE(list.addStaticImportEntry(makeWildcard(u"c.*")));
+        ASSERT_FALSE(list.addStaticImportEntry(makePackage(u"p")));
+    }
+
+    static constexpr auto otherValue = static_cast<IImportList::CheckAncestorList>(2);
+};
+
+TEST_F(AnImportList, IsCreatedEmpty) {
+    auto const list = makeList();
+    EXPECT_TRUE(list->isEmpty(No));
+    EXPECT_TRUE(list->isEmpty(Yes));
+    EXPECT_EQ(list->getNumberOfEntries(Yes), 0U);
+    EXPECT_EQ(list->getParent(), nullptr);
+}
+
+TEST_F(AnImportList, IsNotEmptyWithAnEntryOfAnyKind) {
+    for (ImportEntry const& entry :
+         {ImportEntry(makeName(u"a.b")), ImportEntry(makeWildcard(u"a.*")),
+          ImportEntry(makePackage(u"p"))}) {
+        auto const list = makeList();
+        ASSERT_FALSE(list->addDynamicImportEntry(ImportEntry(entry)));
+        EXPECT_FALSE(list->isEmpty(No));
+        EXPECT_FALSE(list->isEmpty(Yes));
+        EXPECT_EQ(list->getNumberOfEntries(No), 1U);
+    }
+}
+
+TEST_F(AnImportList, NamesItsParent) {
+    auto const parent = makeList();
+    auto const child = makeList(parent);
+    EXPECT_EQ(child->getParent(), parent);
+}
+
+TEST_F(AnImportList, KeepsItsParentAlive) {
+    auto parent = makeList();
+    fill(*parent);
+    auto const child = makeList(parent);
+    std::weak_ptr<IImportList const> const watched = parent;
+    parent.reset();
+    EXPECT_FALSE(watched.expired());
+    EXPECT_EQ(child->getNumberOfEntries(Yes), 3U);
+}
+
+TEST_F(AnImportList, GivesItsParentUpWhenItIsDestroyed) {
+    auto parent = makeList();
+    std::weak_ptr<IImportList const> const watched = parent;
+    auto child = makeList(std::exchange(parent, nullptr));
+    child.reset();
+    EXPECT_TRUE(watched.expired());
+}
+
+TEST_F(AnImportList, LooksAtItsParentForEmptinessOnYesOnly) {
+    auto const parent = makeList();
+    fill(*parent);
+    auto const child = makeList(parent);
+    EXPECT_TRUE(child->isEmpty(No));
+    EXPECT_FALSE(child->isEmpty(Yes));
+    EXPECT_TRUE(child->isEmpty(otherValue));
+}
+
+TEST_F(AnImportList, CountsAncestorsOnYesOnly) {
+    auto const grandparent = makeList();
+    fill(*grandparent);
+    auto const parent = makeList(grandparent);
+    auto const child = makeList(parent);
+    fill(*child);
+    EXPECT_EQ(child->getNumberOfEntries(No), 3U);
+    EXPECT_EQ(child->getNumberOfEntries(Yes), 6U) << "hidden entries count";
+    EXPECT_EQ(child->getNumberOfEntries(otherValue), 3U);
+    EXPECT_EQ(parent->getNumberOfEntries(Yes), 3U);
+}
+
+TEST_F(AnImportList, DoesNotCountWhatItRefusedOrSkipped) {
+    auto const list = makeList();
+    fill(*list);
+    EXPECT_TRUE(list->addStaticImportEntry(makePackage(u"p")));
+    EXPECT_FALSE(list->addStaticImportEntry(makeName(u"a.b")));
+    EXPECT_EQ(list->getNumberOfEntries(No), 3U);
+}
+
+TEST_F(AnImportList, ClonesWithTheSameParent) {
+    auto const parent = makeList();
+    auto const list = makeList(parent);
+    fill(*list);
+    auto const copy = list->clone();
+    EXPECT_EQ(copy->getParent(), parent);
+    EXPECT_EQ(copy->getNumberOfEntries(No), 3U);
+    EXPECT_TRUE(copy->findPackageImportEntry(u"p", No));
+    EXPECT_TRUE(copy->findFullyQualifiedImportEntry(u"b", No));
+    EXPECT_TRUE(copy->addStaticImportEntry(makePackage(u"c"))) << "root elements are copied";
+    EXPECT_FALSE(copy->addStaticImportEntry(makeWildcard(u"c.*")));
+    EXPECT_EQ(copy->getNumberOfEntries(No), 3U) << "raw arguments are copied";
+}
+
+TEST_F(AnImportList, IsIndependentOfItsClones) {
+    auto list = makeList();
+    fill(*list);
+    auto const copy = list->clone();
+    ASSERT_FALSE(copy->addStaticImportEntry(makePackage(u"q")));
+    ASSERT_FALSE(list->addStaticImportEntry(makePackage(u"r")));
+    EXPECT_FALSE(list->findPackageImportEntry(u"q", No));
+    EXPECT_FALSE(copy->findPackageImportEntry(u"r", No));
+    list.reset();
+    EXPECT_EQ(copy->findPackageImportEntry(u"p", No)->entry.getIntroducedName(), u"p");
+}
+
+// Generated code nests this deep; nothing may recurse on an ordinary stack.
+class AChainOfAHundredThousandLists : public AnImportList {
+  protected:
+    void SetUp() override {
+        ASSERT_FALSE(innermost->addStaticImportEntry(makePackage(u"outermost")));
+        for (int depth = 1; depth < 100'000; ++depth) {
+            innermost = makeList(innermost);
+            ASSERT_FALSE(innermost->addStaticImportEntry(makePackage(u"p")));
+        }
+    }
+
+    std::shared_ptr<IImportList> innermost = makeList();
+};
+
+TEST_F(AChainOfAHundredThousandLists, AnswersEveryQuestionAndIsDestroyed) {
+    EXPECT_TRUE(innermost->findPackageImportEntry(u"outermost", Yes));
+    EXPECT_FALSE(innermost->findPackageImportEntry(u"missing", Yes));
+    EXPECT_FALSE(innermost->findFullyQualifiedImportEntry(u"missing", Yes));
+    EXPECT_EQ(innermost->getNumberOfEntries(Yes), 100'000U);
+    EXPECT_FALSE(innermost->isEmpty(Yes));
+    EXPECT_EQ(ranges::distance(innermost->getPackageImportEntries(Yes)), 2) << "`p` hides the rest";
+    EXPECT_EQ(ranges::distance(innermost->getFullyQualifiedImportEntries(Yes)), 0);
+    EXPECT_EQ(ranges::distance(innermost->getWildcardImportEntries(Yes)), 0);
+    std::weak_ptr<IImportList const> const parent = innermost->getParent();
+    innermost.reset();
+    EXPECT_TRUE(parent.expired());
+}
+
+TEST_F(AChainOfAHundredThousandLists, IsEmptyWhenEveryListIs) {
+    std::shared_ptr<IImportList> list = makeList();
+    for (int depth = 1; depth < 100'000; ++depth) {
+        list = makeList(list);
+    }
+    EXPECT_TRUE(list->isEmpty(Yes));
+}
+
+} // namespace
+} // namespace lf::import
