@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// The rules of import lists in their most literal reading, to hold the library against.
+///
+/// Written for comparison, not for speed: every question recurses through the chain exactly as the
+/// rules are worded, so that a name that nobody holds costs twice as much with every further list.
+/// Nothing of the library is used.
+///
+/// Entries are Outcomes of the three valid kinds, a refusal is an Outcome of the kind Invalid;
+/// their index is 0 and means nothing here.
+
+#include "outcome.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace model {
+
+/// How far a question reaches. Exactly 1 includes the ancestors, all other values do not.
+using Reach = std::int32_t;
+
+inline constexpr Reach thisListOnly = 0;
+inline constexpr Reach withAncestors = 1;
+
+/// Where an entry was found.
+enum class Origin : std::int32_t { ThisList = 0, Ancestor = 1 };
+
+/// The answer to a lookup; the list that holds the entry owns it until it is added to.
+struct Found {
+    Outcome const* entry = nullptr;
+    Origin origin{};
+};
+
+/// The list of one scope, of whatever make. Pointers to entries are valid until the list that holds
+/// them is added to.
+class List {
+  public:
+    List() = default;
+    List& operator=(List const&) = delete;
+    virtual ~List() = default;
+
+    /// Stores the entry, skips it or says why not.
+    virtual std::optional<Outcome> addDynamic(Outcome const& entry) = 0;
+    virtual std::optional<Outcome> addStatic(Outcome const& entry) = 0;
+
+    virtual std::optional<Found> findPackage(std::u16string const& name, Reach reach) const = 0;
+    virtual std::optional<Found> findFullyQualified(std::u16string const& name,
+                                                    Reach reach) const = 0;
+
+    /// The visible entries of one of the three valid kinds, in order.
+    virtual std::vector<Outcome const*> entries(OutcomeKind kind, Reach reach) const = 0;
+
+    virtual std::shared_ptr<List const> parent() const = 0;
+    virtual std::unique_ptr<List> clone() const = 0;
+    virtual bool isEmpty(Reach reach) const = 0;
+    virtual std::size_t numberOfEntries(Reach reach) const = 0;
+
+  protected:
+    List(List const&) = default;
+};
+
+/// An empty list that follows the rules; \p parent may be null.
+std::unique_ptr<List> createList(std::shared_ptr<List const> parent);
+
+/// What a list of another make does with its parent.
+struct ForeignManners {
+    /// Whether questions that reach the ancestors are passed on to the parent.
+    bool asksParent = true;
+    /// Whether the parent is named when somebody asks for it.
+    bool namesParent = true;
+    /// What is said to be the origin of an entry of the list's own.
+    Origin ownOrigin = Origin::ThisList;
+
+    friend bool operator==(ForeignManners const&, ForeignManners const&) = default;
+};
+
+/// An empty list of another make, which knows no conflicts and hides nothing: it stores all that it
+/// is given, a lookup answers with the first entry that introduces the name, and the parent's
+/// answers are passed on as they are. \p parent may be null.
+std::unique_ptr<List> createForeignList(std::shared_ptr<List const> parent,
+                                        ForeignManners const& manners);
+
+} // namespace model

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// Lists that are not the library's own, as a host may put them into a chain.
+
+#include <model/list_model.hpp>
+
+#include <import/import_list.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace support {
+
+/// Passes everything on to another list, so that its answers are those of that list, and counts
+/// what it is asked.
+class DelegatingImportList final : public lf::import::IImportList {
+  public:
+    enum class Question : std::uint8_t {
+        FindPackage,
+        FindFullyQualified,
+        GetFullyQualified,
+        GetWildcards,
+        GetPackages,
+        IsEmpty,
+        GetNumberOfEntries,
+    };
+
+    /// What it throws once it no longer answers.
+    class NoAnswer : public std::exception {};
+
+    /// How often which question was asked how.
+    using QuestionCounts = std::map<std::pair<Question, CheckAncestorList>, std::size_t>;
+
+    /// \param list must not be null.
+    explicit DelegatingImportList(std::unique_ptr<IImportList> list);
+    DelegatingImportList(DelegatingImportList const& other);
+    DelegatingImportList& operator=(DelegatingImportList const&) = delete;
+    ~DelegatingImportList() override = default;
+
+    QuestionCounts const& questions() const { return counts; }
+
+    /// From now on every question is counted and then answered with the exception NoAnswer.
+    void stopAnswering() { answers = false; }
+
+    std::optional<resource_core::GenericMsgIDHolder>
+    addDynamicImportEntry(lf::import::ImportEntry&& entry) override;
+    std::optional<resource_core::GenericMsgIDHolder>
+    addStaticImportEntry(lf::import::ImportEntry&& entry) override;
+    std::optional<lf::import::FoundImportEntry>
+    findPackageImportEntry(std::u16string_view name, CheckAncestorList check) const override;
+    std::optional<lf::import::FoundFullyQualifiedName>
+    findFullyQualifiedImportEntry(std::u16string_view name, CheckAncestorList check) const override;
+    ranges::any_view<lf::import::FullyQualifiedImportEntry const&, ranges::category::forward>
+    getFullyQualifiedImportEntries(CheckAncestorList check) const override;
+    ranges::any_view<lf::import::WildcardImportEntry const&, ranges::category::forward>
+    getWildcardImportEntries(CheckAncestorList check) const override;
+    ranges::any_view<lf::import::PackageImportEntry const&, ranges::category::forward>
+    getPackageImportEntries(CheckAncestorList check) const override;
+    std::shared_ptr<IImportList const> getParent() const override;
+    std::unique_ptr<IImportList> clone() const override;
+    bool isEmpty(CheckAncestorList check) const override;
+    std::size_t getNumberOfEntries(CheckAncestorList check) const override;
+
+  private:
+    IImportList const& asked(Question question, CheckAncestorList check) const;
+
+    std::unique_ptr<IImportList> inner;
+    bool answers = true;
+    mutable QuestionCounts counts;
+};
+
+/// A list of another make with answers of its own; model::createForeignList says which.
+class ForeignImportList final : public lf::import::IImportList {
+  public:
+    ForeignImportList(std::shared_ptr<IImportList const> enclosing,
+                      model::ForeignManners const& itsManners);
+
+    std::optional<resource_core::GenericMsgIDHolder>
+    addDynamicImportEntry(lf::import::ImportEntry&& entry) override;
+    std::optional<resource_core::GenericMsgIDHolder>
+    addStaticImportEntry(lf::import::ImportEntry&& entry) override;
+    std::optional<lf::import::FoundImportEntry>
+    findPackageImportEntry(std::u16string_view name, CheckAncestorList check) const override;
+    std::optional<lf::import::FoundFullyQualifiedName>
+    findFullyQualifiedImportEntry(std::u16string_view name, CheckAncestorList check) const override;
+    ranges::any_view<lf::import::FullyQualifiedImportEntry const&, ranges::category::forward>
+    getFullyQualifiedImportEntries(CheckAncestorList check) const override;
+    ranges::any_view<lf::import::WildcardImportEntry const&, ranges::category::forward>
+    getWildcardImportEntries(CheckAncestorList check) const override;
+    ranges::any_view<lf::import::PackageImportEntry const&, ranges::category::forward>
+    getPackageImportEntries(CheckAncestorList check) const override;
+    std::shared_ptr<IImportList const> getParent() const override;
+    std::unique_ptr<IImportList> clone() const override;
+    bool isEmpty(CheckAncestorList check) const override;
+    std::size_t getNumberOfEntries(CheckAncestorList check) const override;
+
+  private:
+    bool asksParent(CheckAncestorList check) const;
+
+    std::vector<lf::import::FullyQualifiedImportEntry> fullyQualifiedEntries;
+    std::vector<lf::import::WildcardImportEntry> wildcardEntries;
+    std::vector<lf::import::PackageImportEntry> packageEntries;
+    std::shared_ptr<IImportList const> parent;
+    model::ForeignManners manners;
+};
+
+} // namespace support

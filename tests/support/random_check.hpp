@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// Runs properties as part of a test. RC_PARAMS can ask for more random cases and fix the seed, as
+/// in RC_PARAMS="max_success=1000000 seed=42"; the seed stands in the message of a failure.
+
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+
+#include <algorithm>
+#include <sstream>
+
+namespace support {
+
+/// Checks \p property on at least \p numberOfCases random cases.
+template <typename Property>
+void checkOnRandomCases(int numberOfCases, Property const& property) {
+    rc::detail::TestParams parameters = rc::detail::configuration().testParams;
+    parameters.maxSuccess = std::max(parameters.maxSuccess, numberOfCases);
+    rc::detail::TestResult const result =
+        rc::detail::checkTestable(property, rc::detail::TestMetadata(), parameters);
+    if (!result.is<rc::detail::SuccessResult>()) {
+        std::ostringstream text;
+        rc::detail::printResultMessage(result, text);
+        ADD_FAILURE() << text.str() << "\nwith RC_PARAMS=\"seed=" << parameters.seed
+                      << " max_success=" << parameters.maxSuccess << "\"";
+    }
+}
+
+} // namespace support
