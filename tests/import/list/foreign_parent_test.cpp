@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: BSL-1.0
+
+/// \file
+/// What a list of the library asks of a parent that is not, and what happens when that parent
+/// fails.
+
+#include <support/foreign_import_list.hpp>
+#include <support/make_entries.hpp>
+#include <support/observed_entries.hpp>
+#include <support/row_name.hpp>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace lf::import {
+namespace {
+
+using support::DelegatingImportList;
+using support::makeName;
+using support::makePackage;
+using support::makeWildcard;
+using enum IImportList::CheckAncestorList;
+using enum DelegatingImportList::Question;
+
+using Asks = std::optional<DelegatingImportList::Question>;
+
+/// A list that imports something of each kind.
+void fill(IImportList& list) {
+    ASSERT_FALSE(list.addStaticImportEntry(makeName(u"a.b")));
+    ASSERT_FALSE(list.addStaticImportEntry(makeWildcard(u"c.*")));
+    ASSERT_FALSE(list.addStaticImportEntry(makePackage(u"p")));
+}
+
+/// One question to a list, and what the list therefore asks its parent, if anything.
+struct Row {
+    std::string why;
+    void (*ask)(IImportList& list);
+    Asks asks;
+    bool isFilled = true;
+
+    friend void PrintTo(Row const& row, std::ostream* stream) { *stream << row.why; }
+};
+
+void add(IImportList& list, ImportEntry entry) {
+    list.addStaticImportEntry(std::move(entry));
+}
+
+constexpr auto nothing = std::nullopt;
+
+// clang-format off
+std::vector<Row> const rows{
+    {"find a package: beyond a list without the name",        [](IImportList& list) { list.findPackageImportEntry(u"x", Yes); },        FindPackage},
+    {"find a package: not beyond this list",                  [](IImportList& list) { list.findPackageImportEntry(u"x", No); },         nothing},
+    {"find a package: this list has it",                      [](IImportList& list) { list.findPackageImportEntry(u"p", Yes); },        nothing},
+    {"find a package: this list hides it",                    [](IImportList& list) { list.findPackageImportEntry(u"b", Yes); },        nothing},
+    {"find a name: beyond a list without the name",           [](IImportList& list) { list.findFullyQualifiedImportEntry(u"x", Yes); }, FindFullyQualified},
+    {"find a name: not beyond this list",                     [](IImportList& list) { list.findFullyQualifiedImportEntry(u"x", No); },  nothing},
+    {"find a name: this list has it",                         [](IImportList& list) { list.findFullyQualifiedImportEntry(u"b", Yes); }, nothing},
+    {"find a name: this list hides it",                       [](IImportList& list) { list.findFullyQualifiedImportEntry(u"p", Yes); }, nothing},
+
+    {"get names",                                             [](IImportList& list) { list.getFullyQualifiedImportEntries(Yes); },      GetFullyQualified},
+    {"get names: of this list",                               [](IImportList& list) { list.getFullyQualifiedImportEntries(No); },       nothing},
+    {"get wildcards",                                         [](IImportList& list) { list.getWildcardImportEntries(Yes); },            GetWildcards},
+    {"get wildcards: of this list",                           [](IImportList& list) { list.getWildcardImportEntries(No); },             nothing},
+    {"get packages",                                          [](IImportList& list) { list.getPackageImportEntries(Yes); },             GetPackages},
+    {"get packages: of this list",                            [](IImportList& list) { list.getPackageImportEntries(No); },              nothing},
+
+    {"emptiness: of an empty list",                           [](IImportList& list) { list.isEmpty(Yes); },                             IsEmpty, false},
+    {"emptiness: of an empty list alone",                     [](IImportList& list) { list.isEmpty(No); },                              nothing, false},
+    {"emptiness: of a list that is not empty",                [](IImportList& list) { list.isEmpty(Yes); },                             nothing},
+    {"count",                                                 [](IImportList& list) { list.getNumberOfEntries(Yes); },                  GetNumberOfEntries},
+    {"count: of this list",                                   [](IImportList& list) { list.getNumberOfEntries(No); },                   nothing},
+
+    {"add a name: its root element is looked up",             [](IImportList& list) { add(list, makeName(u"x.y")); },                   FindPackage},
+    {"add a name: one that is there already",                 [](IImportList& list) { add(list, makeName(u"a.b")); },                   nothing},
+    {"add a name: one that this list has as a package",       [](IImportList& list) { add(list, makeName(u"x.p")); },                   nothing},
+    {"add a name: its root element is a package here",        [](IImportList& list) { add(list, makeName(u"p.y")); },                   nothing},
+    {"add a name: its root element is hidden here",           [](IImportList& list) { add(list, makeName(u"b.y")); },                   nothing},
+    {"add a wildcard: its root element is looked up",         [](IImportList& list) { add(list, makeWildcard(u"x.*")); },               FindPackage},
+    {"add a wildcard: one that is there already",             [](IImportList& list) { add(list, makeWildcard(u"c.*")); },               nothing},
+    {"add a package: conflicts are looked for in this list",  [](IImportList& list) { add(list, makePackage(u"x")); },                  nothing},
+};
+
+// clang-format on
+
+class ForeignParent : public testing::TestWithParam<Row> {
+  protected:
+    std::shared_ptr<DelegatingImportList> const parent =
+        std::make_shared<DelegatingImportList>(createImportList(nullptr));
+};
+
+/// Asks \p list, and checks that \p parent is asked once or not at all.
+void expectOneQuestion(Row const& row, IImportList& list, DelegatingImportList const& parent) {
+    if (row.isFilled) {
+        fill(list);
+    }
+    auto expected = parent.questions();
+    if (row.asks) {
+        ++expected[{*row.asks, Yes}];
+    }
+    row.ask(list);
+    EXPECT_EQ(parent.questions(), expected);
+}
+
+TEST_P(ForeignParent, IsAskedAtMostOnceAndAlwaysForItsAncestorsToo) {
+    expectOneQuestion(GetParam(), *createImportList(parent), *parent);
+}
+
+TEST_P(ForeignParent, IsAskedAtMostOnceFromFurtherIn) {
+    std::shared_ptr<IImportList const> const between = createImportList(createImportList(parent));
+    expectOneQuestion(GetParam(), *createImportList(between), *parent);
+}
+
+TEST_P(ForeignParent, ThatFailsMakesTheQuestionFail) {
+    auto const list = createImportList(parent);
+    if (GetParam().isFilled) {
+        fill(*list);
+    }
+    parent->stopAnswering();
+    if (GetParam().asks) {
+        EXPECT_THROW(GetParam().ask(*list), DelegatingImportList::NoAnswer);
+    } else {
+        EXPECT_NO_THROW(GetParam().ask(*list));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryQuestion, ForeignParent, testing::ValuesIn(rows), support::RowName{});
+
+template <typename Entry>
+void expectFailureToAdd(Entry const& entry, IImportList& list) {
+    ImportEntry handedOver = entry;
+    // NOLINTBEGIN(bugprone-use-after-move): that it is not moved from is what is checked.
+    EXPECT_THROW(list.addStaticImportEntry(std::move(handedOver)), DelegatingImportList::NoAnswer);
+    EXPECT_THROW(list.addDynamicImportEntry(std::move(handedOver)), DelegatingImportList::NoAnswer);
+    EXPECT_EQ(support::describe(std::get<Entry>(handedOver)), support::describe(entry));
+    // NOLINTEND(bugprone-use-after-move)
+}
+
+TEST_F(ForeignParent, ThatFailsLeavesListAndEntryAsTheyWere) {
+    auto const list = createImportList(parent);
+    fill(*list);
+    parent->stopAnswering();
+
+    expectFailureToAdd(makeName(u"x.y"), *list);
+    expectFailureToAdd(makeWildcard(u"x.*"), *list);
+
+    EXPECT_EQ(list->getNumberOfEntries(No), 3U);
+    EXPECT_FALSE(list->findFullyQualifiedImportEntry(u"y", No));
+    // No root element has stayed behind.
+    EXPECT_FALSE(list->addStaticImportEntry(makePackage(u"x")));
+}
+
+} // namespace
+} // namespace lf::import

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: BSL-1.0
+
+/// \file
+/// Every chain of up to six lists in which each holds one name not at all, as a package or as a
+/// fully qualified import, and is the library's own or of another make.
+
+#include <support/row_name.hpp>
+#include <support/twin_lists.hpp>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using model::Outcome;
+using model::OutcomeKind;
+using support::Addition;
+using support::ListMake;
+using support::Maker;
+using support::TwinLists;
+
+std::u16string const name = u"x";
+
+Outcome fullyQualified(std::u16string const& root, std::u16string const& introducedName) {
+    Outcome entry;
+    entry.kind = OutcomeKind::FullyQualified;
+    entry.rootElement = root;
+    entry.introducedName = introducedName;
+    entry.rawArgument = root + u'.' + introducedName;
+    return entry;
+}
+
+Outcome wildcard(std::u16string const& root) {
+    Outcome entry;
+    entry.kind = OutcomeKind::Wildcard;
+    entry.rootElement = root;
+    entry.rawArgument = root + u".*";
+    return entry;
+}
+
+Outcome package(std::u16string const& introducedName) {
+    Outcome entry;
+    entry.kind = OutcomeKind::Package;
+    entry.introducedName = introducedName;
+    entry.specifier = introducedName;
+    return entry;
+}
+
+/// Compares library and model on all chains of up to \p itsLength lists in which the lists of
+/// another make are of one make.
+class EveryChain {
+  public:
+    EveryChain(ListMake const& otherMake, std::size_t itsLength)
+        : makes{ListMake{}, otherMake}, maximalLength(itsLength) {}
+
+    /// \returns the number of chains.
+    std::size_t compare() {
+        lengthen();
+        return numberOfChains;
+    }
+
+  private:
+    /// Compares all chains that are made by putting further lists into the innermost one.
+    void lengthen() {
+        // Equal raw arguments hide each other, different ones do not: let there be both.
+        std::u16string const root = lists.size() % 2 == 0 ? u"even" : u"odd";
+        std::array<std::optional<Outcome>, 3> const holdings{std::nullopt, package(name),
+                                                             fullyQualified(root, name)};
+        for (ListMake const& make : makes) {
+            for (std::optional<Outcome> const& holding : holdings) {
+                putIn(make, holding);
+                compareInnermost();
+                if (lists.size() < maximalLength) {
+                    lengthen();
+                }
+                lists.removeLast();
+            }
+        }
+    }
+
+    void putIn(ListMake const& make, std::optional<Outcome> const& holding) {
+        if (lists.size() == 0) {
+            lists.create(make, std::nullopt);
+        } else {
+            lists.create(make, innermost());
+        }
+        if (holding) {
+            ASSERT_FALSE(lists.add(innermost(), Addition::Dynamic, *holding));
+        }
+        lists.checkOwnEntries(innermost());
+    }
+
+    void compareInnermost() {
+        ++numberOfChains;
+        lists.checkAnswers(innermost(), {name}, model::thisListOnly);
+        lists.clone(innermost());
+        for (Outcome const& entry :
+             {wildcard(name), fullyQualified(name, u"y"), fullyQualified(u"y", name)}) {
+            lists.add(innermost(), Addition::Static, entry);
+        }
+        lists.add(innermost(), Addition::Static, package(name));
+        lists.add(innermost(), Addition::Dynamic, package(name));
+        lists.removeLast();
+    }
+
+    std::size_t innermost() const { return lists.size() - 1; }
+
+    std::array<ListMake, 2> makes;
+    std::size_t maximalLength;
+    TwinLists lists;
+    std::size_t numberOfChains = 0;
+};
+
+struct Row {
+    std::string why;
+    ListMake otherMake;
+    std::size_t maximalLength;
+    std::size_t numberOfChains;
+
+    friend void PrintTo(Row const& row, std::ostream* stream) { *stream << row.otherMake; }
+};
+
+class EveryShortChain : public testing::TestWithParam<Row> {};
+
+TEST_P(EveryShortChain, AnswersWhatTheRulesSay) {
+    EveryChain chains(GetParam().otherMake, GetParam().maximalLength);
+    EXPECT_EQ(chains.compare(), GetParam().numberOfChains);
+}
+
+ListMake foreign(bool asksParent, bool namesParent) {
+    return {.maker = Maker::Foreign,
+            .manners = {.asksParent = asksParent, .namesParent = namesParent}};
+}
+
+// The chains of n lists are 6^n.
+INSTANTIATE_TEST_SUITE_P(
+    WithLists, EveryShortChain,
+    testing::Values(
+        Row{"that delegate to the library", {.maker = Maker::Delegating, .manners = {}}, 6, 55'986},
+        Row{"that ask and name their parent", foreign(true, true), 5, 9'330},
+        Row{"that only ask their parent", foreign(true, false), 5, 9'330},
+        Row{"that only name their parent", foreign(false, true), 5, 9'330},
+        Row{"that know no parent", foreign(false, false), 5, 9'330}),
+    support::RowName{});
+
+} // namespace
