@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,8 @@ struct Row {
     std::string after;
     std::string source;
     std::string caret;
+
+    friend void PrintTo(Row const& row, std::ostream* stream) { *stream << row.why; }
 };
 
 class CaretBelow : public testing::TestWithParam<Row> {};

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,8 @@ struct Row {
     std::string source;
     std::string shown;
     std::size_t width;
+
+    friend void PrintTo(Row const& row, std::ostream* stream) { *stream << row.why; }
 };
 
 class DisplayedAs : public testing::TestWithParam<Row> {};
@@ -42,6 +45,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"nor can an eight-bit control", "\u009B2J", "<U+009B>2J", 10},
         Row{"a delete is a control", "\x7F", "<U+007F>", 8},
         Row{"a tab has no width on its own", "a\tb", "a<U+0009>b", 10},
+        // This is what it is about. NOLINTNEXTLINE(misc-misleading-bidirectional)
         Row{"the direction of writing cannot be turned", "\u202Ex", "<U+202E>x", 9},
         Row{"what is invisible is shown", "\u200B\u2028", "<U+200B><U+2028>", 16},
         Row{"unassigned and private characters may look like anything", "\uE000", "<U+E000>", 8},

@@ -187,7 +187,7 @@ TEST(JsonReport, HasEverythingInAFixedOrder) {
 }
 
 TEST(JsonReport, CarriesAnyTextIntact) {
-    std::string const strange = "a\x1b\"\\\u202E{1}";
+    std::string const strange = "a\x1b\"\\\u200B{1}";
     auto const report = createJsonReport(true);
     report->add(analyseText(strange, "import " + strange));
     Json const document = Json::parse(report->finish({}, anyTime));

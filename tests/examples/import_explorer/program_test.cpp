@@ -20,7 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 
 using support::Outcome;
-using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -63,6 +64,8 @@ struct GoodScript {
     std::string_view why;
     std::string text;
     std::vector<std::string> statements;
+
+    friend void PrintTo(GoodScript const& row, std::ostream* stream) { *stream << row.why; }
 };
 
 class AcceptedScript : public testing::TestWithParam<GoodScript> {};
@@ -112,6 +115,8 @@ struct BadScript {
     std::vector<std::string> problems;
     /// What is read all the same.
     std::vector<std::string> statements;
+
+    friend void PrintTo(BadScript const& row, std::ostream* stream) { *stream << row.why; }
 };
 
 class MalformedScript : public testing::TestWithParam<BadScript> {};
@@ -244,6 +249,8 @@ struct TextLine {
     std::string_view why;
     std::string text;
     std::vector<std::string> statements;
+
+    friend void PrintTo(TextLine const& row, std::ostream* stream) { *stream << row.why; }
 };
 
 class LineOfText : public testing::TestWithParam<TextLine> {};

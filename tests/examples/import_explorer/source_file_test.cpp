@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -19,6 +20,8 @@ struct Row {
     std::string_view why;
     std::string bytes;
     std::size_t offset;
+
+    friend void PrintTo(Row const& row, std::ostream* stream) { *stream << row.why; }
 };
 
 class NoText : public testing::TestWithParam<Row> {};
