@@ -44,8 +44,8 @@ class GLEIGEM_EXPORT PackageImportEntry {
     std::u16string_view getIntroducedName() const noexcept { return introducedName; }
 
   private:
-    PackageImportEntry(Oxtavel::KeldarComponents::PackageSpecifier&& specifier,
-                       std::u16string&& name) noexcept;
+    GLEIGEM_NO_EXPORT PackageImportEntry(Oxtavel::KeldarComponents::PackageSpecifier&& specifier,
+                                         std::u16string&& name) noexcept;
 
     Oxtavel::KeldarComponents::PackageSpecifier packageSpecifier;
     std::u16string introducedName;
@@ -67,8 +67,8 @@ class GLEIGEM_EXPORT FullyQualifiedImportEntry {
     std::u16string_view getRootElement() const noexcept { return rootElement; }
 
   private:
-    FullyQualifiedImportEntry(std::u16string&& name, std::u16string&& raw,
-                              std::u16string&& root) noexcept;
+    GLEIGEM_NO_EXPORT FullyQualifiedImportEntry(std::u16string&& name, std::u16string&& raw,
+                                                std::u16string&& root) noexcept;
 
     std::u16string introducedName;
     std::u16string rawArgument;
@@ -88,7 +88,7 @@ class GLEIGEM_EXPORT WildcardImportEntry {
     std::u16string_view getRootElement() const noexcept { return rootElement; }
 
   private:
-    WildcardImportEntry(std::u16string&& raw, std::u16string&& root) noexcept;
+    GLEIGEM_NO_EXPORT WildcardImportEntry(std::u16string&& raw, std::u16string&& root) noexcept;
 
     std::u16string rawArgument;
     std::u16string rootElement;
