@@ -1,60 +1,17 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <resource_core/message_id.hpp>
 
+#include <support/allocations.hpp>
+
 #include <boost/exception_ptr.hpp>
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdlib>
 #include <exception>
-#include <limits>
 #include <new>
 #include <string>
 #include <type_traits>
 #include <utility>
-
-namespace {
-
-constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
-
-// Plain numbers, since these tests run in one thread.
-std::size_t allocations = 0;
-std::size_t allocationsUntilFailure = noLimit;
-
-/// While it lives, every allocation after the first `allowed` ones fails.
-class FailingAllocations {
-  public:
-    explicit FailingAllocations(std::size_t allowed) { allocationsUntilFailure = allowed; }
-
-    FailingAllocations(FailingAllocations const&) = delete;
-    FailingAllocations& operator=(FailingAllocations const&) = delete;
-
-    ~FailingAllocations() { allocationsUntilFailure = noLimit; }
-};
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (allocationsUntilFailure == 0) {
-        throw std::bad_alloc();
-    }
-    if (allocationsUntilFailure != noLimit) {
-        --allocationsUntilFailure;
-    }
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace {
 
@@ -126,11 +83,11 @@ TEST(MsgIDHolder, KeepsACopyBeyondTheHolderThatItWasCopiedFrom) {
 
 TEST(MsgIDHolder, AllocatesNothingToCopyAnEmptyOne) {
     GenericMsgIDHolder const empty;
-    std::size_t const before = allocations;
+    std::size_t const before = support::countAllocations();
     GenericMsgIDHolder copy(
         empty); // NOLINT(performance-unnecessary-copy-initialization): the subject
     copy = empty;
-    std::size_t const after = allocations;
+    std::size_t const after = support::countAllocations();
     EXPECT_EQ(after, before);
     EXPECT_TRUE(copy.isEmpty());
 }
@@ -197,7 +154,7 @@ TEST(MsgIDHolder, IsAsBeforeWhenACopyRunsOutOfMemory) {
     for (bool done = false; !done; ++allowed) {
         ASSERT_LT(allowed, 10U);
         try {
-            FailingAllocations const failing(allowed);
+            support::FailingAllocations const failing(allowed);
             target = source;
             done = true;
         } catch (std::bad_alloc const&) {
