@@ -114,6 +114,7 @@ ImportList::Refusal ImportList::addPackage(PackageImportEntry&& entry, PackageCo
     }
     makeRoomForOneMore(packageEntries);
     packageIndexByName.emplace(entry.getIntroducedName(), packageEntries.size());
+    packageFilter.add(HashedName(entry.getIntroducedName()));
     packageEntries.push_back(std::move(entry));
     return std::nullopt;
 }
@@ -121,7 +122,7 @@ ImportList::Refusal ImportList::addPackage(PackageImportEntry&& entry, PackageCo
 ImportList::Refusal ImportList::addFullyQualified(FullyQualifiedImportEntry&& entry) {
     HashedName const rawArgument(entry.getRawArgument());
     HashedName const introducedName(entry.getIntroducedName());
-    if (rawArguments.contains(rawArgument)) {
+    if (holdsRawArgument(rawArgument)) {
         return std::nullopt;
     }
     if (findOwnPackage(introducedName) != nullptr) {
@@ -138,13 +139,15 @@ ImportList::Refusal ImportList::addFullyQualified(FullyQualifiedImportEntry&& en
     raw.keep();
     name.keep();
     root.keep();
+    fullyQualifiedFilter.add(introducedName);
+    rawArgumentFilter.add(rawArgument);
     fullyQualifiedEntries.push_back(std::move(entry));
     return std::nullopt;
 }
 
 ImportList::Refusal ImportList::addWildcard(WildcardImportEntry&& entry) {
     HashedName const rawArgument(entry.getRawArgument());
-    if (rawArguments.contains(rawArgument)) {
+    if (holdsRawArgument(rawArgument)) {
         return std::nullopt;
     }
     if (findPackageImportEntry(entry.getRootElement(), CheckAncestorList::Yes)) {
@@ -155,6 +158,7 @@ ImportList::Refusal ImportList::addWildcard(WildcardImportEntry&& entry) {
     makeRoomForOneMore(wildcardEntries);
     raw.keep();
     root.keep();
+    rawArgumentFilter.add(rawArgument);
     wildcardEntries.push_back(std::move(entry));
     return std::nullopt;
 }

@@ -97,7 +97,12 @@ class ImportList final : public IImportList {
     NameSet rawArguments;                ///< of every dotted entry
     NameSet rootElements;                ///< of every dotted entry
     std::shared_ptr<IImportList const> parent;
-    ListRun enclosingLists; ///< derived from parent
+
+    // Derived from the members above; what a walk reads of a list stands together.
+    ListRun enclosingLists;
+    NameFilter packageFilter;        ///< of the keys of packageIndexByName
+    NameFilter fullyQualifiedFilter; ///< of the keys of fullyQualifiedIndexByName
+    NameFilter rawArgumentFilter;    ///< of rawArguments
 };
 
 template <>

@@ -21,41 +21,66 @@ Entry const* findByName(NameIndex const& index, std::vector<Entry> const& entrie
     return position == index.end() ? nullptr : &entries[position->second];
 }
 
-// The first answer from \p run outward. A list of another make answers for itself and whatever it
-// knows of its ancestors; if that is nothing, the walk goes on from the parent that it names.
-template <typename AskOwn, typename AskForeign>
-auto askOutward(ListRun run, AskOwn askOwn, AskForeign askForeign) -> decltype(askOwn(*run.first)) {
-    std::shared_ptr<IImportList const> held;
-    for (;;) {
-        for (ImportList const& list : ListChain(run.first)) {
-            if (auto const answer = askOwn(list)) {
-                return answer;
-            }
-        }
-        if (run.foreign == nullptr) {
-            return {};
-        }
-        if (auto const answer = askForeign(*run.foreign)) {
+// The first answer of the ImportLists from \p first outward.
+template <typename AskOwn>
+auto askRun(ImportList const* first, AskOwn askOwn) -> decltype(askOwn(*first)) {
+    for (ImportList const& list : ListChain(first)) {
+        if (auto const answer = askOwn(list)) {
             return answer;
         }
-        held = run.foreign->getParent();
-        run = ListRun::from(held.get());
     }
+    return {};
+}
+
+// The first answer from a list of another make outward. Such a list answers for itself and whatever
+// it knows of its ancestors; if that is nothing, the walk goes on from the parent that it names.
+// Not inlined: its shared pointer would cost every lookup that meets no such list.
+template <typename AskOwn, typename AskForeign>
+[[gnu::noinline]] auto askBeyond(IImportList const* foreign, AskOwn askOwn, AskForeign askForeign)
+    -> decltype(askForeign(*foreign)) {
+    std::shared_ptr<IImportList const> held;
+    while (foreign != nullptr) {
+        if (auto const answer = askForeign(*foreign)) {
+            return answer;
+        }
+        held = foreign->getParent();
+        ListRun const run = ListRun::from(held.get());
+        if (auto const answer = askRun(run.first, askOwn)) {
+            return answer;
+        }
+        foreign = run.foreign;
+    }
+    return {};
+}
+
+template <typename AskOwn, typename AskForeign>
+auto askOutward(ListRun run, AskOwn askOwn, AskForeign askForeign)
+    -> decltype(askForeign(*run.foreign)) {
+    if (auto const answer = askRun(run.first, askOwn)) {
+        return answer;
+    }
+    if (run.foreign == nullptr) {
+        return {};
+    }
+    return askBeyond(run.foreign, askOwn, askForeign);
 }
 
 } // namespace
 
 PackageImportEntry const* ImportList::findOwnPackage(HashedName const& name) const noexcept {
-    return findByName(packageIndexByName, packageEntries, name);
+    return packageFilter.mayHold(name) ? findByName(packageIndexByName, packageEntries, name)
+                                       : nullptr;
 }
 
 FullyQualifiedImportEntry const*
 ImportList::findOwnFullyQualified(HashedName const& name) const noexcept {
-    return findByName(fullyQualifiedIndexByName, fullyQualifiedEntries, name);
+    return fullyQualifiedFilter.mayHold(name)
+               ? findByName(fullyQualifiedIndexByName, fullyQualifiedEntries, name)
+               : nullptr;
 }
 
 bool ImportList::holdsRawArgument(HashedName const& rawArgument) const noexcept {
-    return rawArguments.contains(rawArgument);
+    return rawArgumentFilter.mayHold(rawArgument) && rawArguments.contains(rawArgument);
 }
 
 std::optional<FoundImportEntry> ImportList::findPackageImportEntry(std::u16string_view name,
