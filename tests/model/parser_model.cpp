@@ -57,7 +57,7 @@ bool isReserved(std::u16string const& text) {
 }
 
 PackageSpecifier specifierOf(std::u16string const& text) {
-    return PackageSpecifier(text, GetComponentVersionRangeFactory());
+    return {text, GetComponentVersionRangeFactory()};
 }
 
 // Classification.
@@ -405,6 +405,7 @@ class Command {
 std::vector<Outcome> parseCommand(std::vector<std::u16string> const& arguments,
                                   bool packageImportsOn) {
     std::vector<Argument> classified;
+    classified.reserve(arguments.size());
     for (std::u16string const& argument : arguments) {
         classified.push_back(packageImportsOn ? classifyArgument(argument)
                                               : classifyLegacyArgument(argument));

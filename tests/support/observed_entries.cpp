@@ -79,6 +79,7 @@ class CommandTree final : public lf::astapi::ISyntaxTree {
 
 std::vector<Outcome> observe(std::vector<ParsedImportEntry> const& entries) {
     std::vector<Outcome> outcomes;
+    outcomes.reserve(entries.size());
     for (ParsedImportEntry const& entry : entries) {
         outcomes.push_back(std::visit(
             [](auto const& pair) {

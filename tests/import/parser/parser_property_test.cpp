@@ -122,7 +122,7 @@ class TextMaker {
     std::u16string oddity() {
         static constexpr std::u16string_view units =
             u"\0 \t1,-^>=\u0301\u2024\uFF0E\uFF0A\uFF20\uFFFD\U0001F600\U0001D400"sv;
-        return std::u16string(1, units[below(units.size())]);
+        return {units[below(units.size())]};
     }
 
     /// One way to make a text, taken in proportion to its weight.
@@ -170,7 +170,8 @@ rc::Seq<Command> simplerCommands(Command const& command) {
 
 rc::Gen<Command> anyCommand() {
     return [](rc::Random const& random, int) {
-        return rc::shrinkable::shrinkRecur(TextMaker(random).command(), simplerCommands);
+        return rc::shrinkable::shrinkRecur(
+            TextMaker(random).command(), [](Command const& each) { return simplerCommands(each); });
     };
 }
 

@@ -107,8 +107,10 @@ class ClassificationQuestions : public PlatformQuestions,
                                 public testing::WithParamInterface<ClassificationRow> {};
 
 TEST_P(ClassificationQuestions, AreTheseInThisOrder) {
-    auto const& [argument, behavior, questions, why] = GetParam();
-    EXPECT_EQ(questionsOf([&] { createParser(Arguments{argument}, behavior); }), questions) << why;
+    ClassificationRow const& row = GetParam();
+    EXPECT_EQ(questionsOf([&] { createParser(Arguments{row.argument}, row.behavior); }),
+              row.questions)
+        << row.why;
 }
 
 // clang-format off
@@ -264,9 +266,9 @@ class GrammarQuestions : public PlatformQuestions,
                          public testing::WithParamInterface<GrammarRow> {};
 
 TEST_P(GrammarQuestions, AreTheseInThisOrder) {
-    auto const& [command, questions, why] = GetParam();
-    std::unique_ptr<IImportArgumentParser> const parser = createParser(command, on);
-    EXPECT_EQ(questionsOf([&] { parser->parse(); }), questions) << why;
+    GrammarRow const& row = GetParam();
+    std::unique_ptr<IImportArgumentParser> const parser = createParser(row.command, on);
+    EXPECT_EQ(questionsOf([&] { parser->parse(); }), row.questions) << row.why;
 }
 
 // clang-format off
@@ -323,11 +325,19 @@ void failAtPosition(std::size_t position, std::exception_ptr const& thrown) {
     };
 }
 
+struct BehaviorRow {
+    Behavior behavior;
+    std::string why;
+
+    friend void PrintTo(BehaviorRow const& row, std::ostream* stream) { *stream << row.why; }
+};
+
 /// A command whose factory asks every service that a factory asks.
-class ExceptionsOfTheHost : public PlatformQuestions, public testing::WithParamInterface<Behavior> {
+class ExceptionsOfTheHost : public PlatformQuestions,
+                            public testing::WithParamInterface<BehaviorRow> {
   protected:
     RecordingTree tree{"tree", {u"a.b.*", u"", u"v@1", u"for.x", u"1a.b", u"w@x", u"pkg", u"as"}};
-    Behavior behavior = GetParam();
+    Behavior behavior = GetParam().behavior;
     Log undisturbed = questionsOf([this] { createParser(tree, behavior); });
 };
 
@@ -369,7 +379,11 @@ TEST_P(ExceptionsOfTheHost, AreARejectionOnlyWhenTheDescriptorLibraryRefuses) {
     EXPECT_EQ(numberOfRejections, behavior == off ? 0 : 4);
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryBehavior, ExceptionsOfTheHost, testing::Values(on, off, follow));
+INSTANTIATE_TEST_SUITE_P(EveryBehavior, ExceptionsOfTheHost,
+                         testing::Values(BehaviorRow{on, "with package imports"},
+                                         BehaviorRow{off, "without package imports"},
+                                         BehaviorRow{follow, "as the feature switch says"}),
+                         support::RowName{});
 
 TEST_F(PlatformQuestions, GoOnBehindARefusedSpecifier) {
     for (Service const refusing : {Service::RangeFactory, Service::Specifier}) {
