@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Every chain of up to six lists in which each holds one name not at all, as a package or as a
-/// fully qualified import, and is the library's own or of another make.
+/// Every short chain of lists in which each holds one name not at all, as a package or as a fully
+/// qualified import, and is the library's own or of another make.
 
+#include <support/outcomes.hpp>
 #include <support/row_name.hpp>
 #include <support/twin_lists.hpp>
 
@@ -19,37 +20,17 @@
 namespace {
 
 using model::Outcome;
-using model::OutcomeKind;
 using support::Addition;
 using support::ListMake;
 using support::Maker;
 using support::TwinLists;
 
 std::u16string const name = u"x";
+Outcome const package = support::package(0, name, name);
 
-Outcome fullyQualified(std::u16string const& root, std::u16string const& introducedName) {
-    Outcome entry;
-    entry.kind = OutcomeKind::FullyQualified;
-    entry.rootElement = root;
-    entry.introducedName = introducedName;
-    entry.rawArgument = root + u'.' + introducedName;
-    return entry;
-}
-
-Outcome wildcard(std::u16string const& root) {
-    Outcome entry;
-    entry.kind = OutcomeKind::Wildcard;
-    entry.rootElement = root;
-    entry.rawArgument = root + u".*";
-    return entry;
-}
-
-Outcome package(std::u16string const& introducedName) {
-    Outcome entry;
-    entry.kind = OutcomeKind::Package;
-    entry.introducedName = introducedName;
-    entry.specifier = introducedName;
-    return entry;
+/// `root.name`
+Outcome dotted(std::u16string const& root, std::u16string const& introducedName) {
+    return support::fullyQualified(0, root + u'.' + introducedName, root, introducedName);
 }
 
 /// Compares library and model on all chains of up to \p itsLength lists in which the lists of
@@ -70,8 +51,8 @@ class EveryChain {
     void lengthen() {
         // Equal raw arguments hide each other, different ones do not: let there be both.
         std::u16string const root = lists.size() % 2 == 0 ? u"even" : u"odd";
-        std::array<std::optional<Outcome>, 3> const holdings{std::nullopt, package(name),
-                                                             fullyQualified(root, name)};
+        std::array<std::optional<Outcome>, 3> const holdings{std::nullopt, package,
+                                                             dotted(root, name)};
         for (ListMake const& make : makes) {
             for (std::optional<Outcome> const& holding : holdings) {
                 putIn(make, holding);
@@ -101,11 +82,11 @@ class EveryChain {
         lists.checkAnswers(innermost(), {name}, model::thisListOnly);
         lists.clone(innermost());
         for (Outcome const& entry :
-             {wildcard(name), fullyQualified(name, u"y"), fullyQualified(u"y", name)}) {
+             {support::wildcard(0, name + u".*", name), dotted(name, u"y"), dotted(u"y", name)}) {
             lists.add(innermost(), Addition::Static, entry);
         }
-        lists.add(innermost(), Addition::Static, package(name));
-        lists.add(innermost(), Addition::Dynamic, package(name));
+        lists.add(innermost(), Addition::Static, package);
+        lists.add(innermost(), Addition::Dynamic, package);
         lists.removeLast();
     }
 
