@@ -8,25 +8,11 @@
 /// throw std::bad_alloc and, unchanged, what the host's services throw.
 
 #include <import/arguments.hpp>
-#include <import/platform.hpp>
 
 #include <optional>
-#include <string>
 #include <string_view>
-#include <variant>
 
 namespace lf::import {
-
-/// What a text with a dot can be.
-using DottedNameResult =
-    std::variant<FullyQualifiedImportArgument, WildcardImportArgument, InvalidImportArgument>;
-
-/// What a word can be: an accepted name or a rejection.
-using PlainNameResult = std::variant<std::u16string, InvalidImportArgument>;
-
-/// What a text with an `@` can be.
-using VersionedPackageResult =
-    std::variant<Oxtavel::KeldarComponents::PackageSpecifier, InvalidImportArgument>;
 
 /// The grammar with package imports on: any alternative.
 ParsedImportArgument classifyArgument(std::u16string_view argument);
@@ -35,17 +21,18 @@ ParsedImportArgument classifyArgument(std::u16string_view argument);
 /// argument.
 ParsedImportArgument classifyLegacyArgument(std::u16string_view argument);
 
-/// For an argument with a dot; never attaches a warning.
-DottedNameResult classifyDottedName(std::u16string_view argument);
+/// For an argument with a dot: a name or wildcard without warning, or a rejection.
+ParsedImportArgument classifyDottedName(std::u16string_view argument);
 
-/// For an argument with a dot; never rejects.
-DottedNameResult classifyLegacyDottedName(std::u16string_view argument);
+/// For an argument with a dot: a name or wildcard, perhaps with a warning.
+ParsedImportArgument classifyLegacyDottedName(std::u16string_view argument);
 
-/// For a word without dot and `@` that is not `as`.
-PlainNameResult classifyPlainName(std::u16string_view word);
+/// For a word without dot and `@` that is not `as`: a package name or a rejection.
+ParsedImportArgument classifyPlainName(std::u16string_view word);
 
-/// For an argument with an `@`, whose whole text the package descriptor library judges.
-VersionedPackageResult classifyVersionedPackage(std::u16string_view argument);
+/// For an argument with an `@`: a versioned package or a rejection, as the package descriptor
+/// library judges the whole text.
+ParsedImportArgument classifyVersionedPackage(std::u16string_view argument);
 
 /// The texts before and after a dot.
 struct DotSplit {

@@ -3,6 +3,7 @@
 #include <import/parser/import_argument_parser.hpp>
 
 #include <import/parser/classification.hpp>
+#include <import/parser/in_place.hpp>
 
 #include <algorithm>
 #include <array>
@@ -57,7 +58,7 @@ ImportArgumentParser::ImportArgumentParser(cppcompat::span<const std::u16string>
                                            Classifier classify) {
     arguments.reserve(texts.size());
     for (std::u16string const& text : texts) {
-        arguments.push_back(classify(text));
+        arguments.emplace_back(InPlace{[&] { return classify(text); }});
     }
 }
 
@@ -67,7 +68,8 @@ ImportArgumentParser::ImportArgumentParser(lf::astapi::ImportCommandView command
     arguments.reserve(command.tree->getNumberOfArguments(command.node));
     for (std::size_t index = 0; index < command.tree->getNumberOfArguments(command.node); ++index) {
         lf::astapi::ArgumentNode const argument = command.tree->getArgument(command.node, index);
-        arguments.push_back(classify(argument.tree->getText(argument.node)));
+        arguments.emplace_back(
+            InPlace{[&] { return classify(argument.tree->getText(argument.node)); }});
     }
 }
 
