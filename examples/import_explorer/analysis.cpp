@@ -6,7 +6,6 @@
 
 #include <import/import.hpp>
 
-#include <algorithm>
 #include <memory>
 #include <sstream>
 #include <type_traits>
@@ -110,15 +109,12 @@ std::string_view toText(EntryKind kind) noexcept {
 
 AnalysedFile analyse(SourceFile source, SourceSyntax syntax, lf::import::Behavior behavior) {
     Script script = readScript(source, syntax);
-    AnalysedFile file{std::move(source), {}, std::move(script.problems)};
+    AnalysedFile file{std::move(source), {}, {}};
     Analysis analysis(file, behavior);
     for (Statement& statement : script.statements) {
         std::visit([&](auto& what) { analysis(std::move(what)); }, statement);
     }
-    std::stable_sort(file.diagnostics.begin(), file.diagnostics.end(),
-                     [](Diagnostic const& left, Diagnostic const& right) {
-                         return left.range.begin < right.range.begin;
-                     });
+    file.diagnostics = mergeInSourceOrder(std::move(script.problems), std::move(file.diagnostics));
     return file;
 }
 

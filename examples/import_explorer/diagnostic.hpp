@@ -33,4 +33,9 @@ struct Diagnostic {
     std::optional<std::size_t> argument;
 };
 
+/// The diagnostics of both, in source order, those of \p first before others at the same place.
+/// Each must be in source order.
+std::vector<Diagnostic> mergeInSourceOrder(std::vector<Diagnostic> first,
+                                           std::vector<Diagnostic> second);
+
 } // namespace explorer

@@ -299,16 +299,14 @@ class ScriptReader {
     }
 
     void reportUnclosedScopes() {
+        std::vector<Diagnostic> others = std::exchange(script.problems, {});
         for (OpenScope const& open : openScopes) {
             if (open.isWellFormed) {
                 Scope const& scope = script.scopes[open.index];
                 report(scope.range, "scope '{1}' is never closed: expected '}'", {scope.name});
             }
         }
-        std::stable_sort(script.problems.begin(), script.problems.end(),
-                         [](Diagnostic const& left, Diagnostic const& right) {
-                             return left.range.begin < right.range.begin;
-                         });
+        script.problems = mergeInSourceOrder(std::move(script.problems), std::move(others));
     }
 
     ScopeIndex currentScope() const noexcept {
