@@ -8,14 +8,16 @@
 #include <import/list/list_chain.hpp>
 
 #include <range/v3/iterator/default_sentinel.hpp>
+#include <range/v3/range/access.hpp>
 #include <range/v3/view/any_view.hpp>
-#include <range/v3/view/concat.hpp>
 #include <range/v3/view/facade.hpp>
 #include <range/v3/view/ref.hpp>
 #include <range/v3/view/remove_if.hpp>
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
+#include <vector>
 
 namespace lf::import {
 
@@ -72,7 +74,53 @@ bool isHidden(Entry const& entry, ListChain lists) {
     return std::ranges::any_of(lists, [&](ImportList const& list) { return hiding.by(list); });
 }
 
-// The visible entries of a list and its ancestors, as far as they are ImportLists.
+// The place of a walk through the visible entries of a list and its ancestors, as far as they are
+// ImportLists.
+template <typename Entry>
+class RunCursor {
+  public:
+    RunCursor() = default;
+
+    explicit RunCursor(ImportList const& list) : asked(&list), reached(&list) { skipHidden(); }
+
+    Entry const& read() const { return reached->ownEntries<Entry>()[position]; }
+
+    void next() {
+        ++position;
+        skipHidden();
+    }
+
+    bool equal(RunCursor const& other) const noexcept {
+        return reached == other.reached && position == other.position;
+    }
+
+    bool equal(ranges::default_sentinel_t) const noexcept { return reached == nullptr; }
+
+  private:
+    void skipHidden() {
+        while (reached != nullptr) {
+            std::vector<Entry> const& entries = reached->ownEntries<Entry>();
+            while (position < entries.size() && isHiddenOnTheWay(entries[position])) {
+                ++position;
+            }
+            if (position < entries.size()) {
+                return;
+            }
+            reached = reached->ancestors().first;
+            position = 0;
+        }
+    }
+
+    bool isHiddenOnTheWay(Entry const& entry) const {
+        return reached != asked && isHidden(entry, ListChain(asked, reached));
+    }
+
+    ImportList const* asked = nullptr;
+    ImportList const* reached = nullptr; // null at the end
+    std::size_t position = 0;
+};
+
+// The visible entries of a list all of whose ancestors are ImportLists.
 template <typename Entry>
 class VisibleEntries : public ranges::view_facade<VisibleEntries<Entry>> {
   public:
@@ -83,48 +131,7 @@ class VisibleEntries : public ranges::view_facade<VisibleEntries<Entry>> {
   private:
     friend ranges::range_access;
 
-    class Cursor {
-      public:
-        Cursor() = default;
-
-        explicit Cursor(ImportList const& list) : asked(&list), reached(&list) { skipHidden(); }
-
-        Entry const& read() const { return reached->ownEntries<Entry>()[position]; }
-
-        void next() {
-            ++position;
-            skipHidden();
-        }
-
-        bool equal(Cursor const& other) const noexcept {
-            return reached == other.reached && position == other.position;
-        }
-
-        bool equal(ranges::default_sentinel_t) const noexcept { return reached == nullptr; }
-
-      private:
-        void skipHidden() {
-            while (reached != nullptr && !isAtVisibleEntry()) {
-                if (position < reached->ownEntries<Entry>().size()) {
-                    ++position;
-                } else {
-                    reached = reached->ancestors().first;
-                    position = 0;
-                }
-            }
-        }
-
-        bool isAtVisibleEntry() const {
-            return position < reached->ownEntries<Entry>().size() &&
-                   !isHidden(read(), ListChain(asked, reached));
-        }
-
-        ImportList const* asked = nullptr;
-        ImportList const* reached = nullptr; // null at the end
-        std::size_t position = 0;
-    };
-
-    Cursor begin_cursor() const { return Cursor(*asked); }
+    RunCursor<Entry> begin_cursor() const { return RunCursor<Entry>(*asked); }
 
     ranges::default_sentinel_t end_cursor() const { return {}; }
 
@@ -133,6 +140,81 @@ class VisibleEntries : public ranges::view_facade<VisibleEntries<Entry>> {
 
 template <typename Entry>
 using AnyView = ranges::any_view<Entry const&, ranges::category::forward>;
+
+// The visible entries of a list that has an ancestor of another make: behind those of the
+// ImportLists what that ancestor answers, less what they hide.
+//
+// ranges::concat_view joins views, too, but when a copy of its iterator runs out of memory, that
+// destroys an iterator that was never made.
+template <typename Entry>
+class VisibleAndForeignEntries : public ranges::view_facade<VisibleAndForeignEntries<Entry>> {
+  public:
+    VisibleAndForeignEntries() = default;
+
+    VisibleAndForeignEntries(ImportList const& list, AnyView<Entry> answer)
+        : asked(&list), foreignEntries(std::move(answer), HiddenOnTheWay{&list}) {}
+
+  private:
+    friend ranges::range_access;
+
+    struct HiddenOnTheWay {
+        ImportList const* asked;
+
+        bool operator()(Entry const& entry) const { return isHidden(entry, ListChain(asked)); }
+    };
+
+    using ForeignEntries = ranges::remove_if_view<AnyView<Entry>, HiddenOnTheWay>;
+
+    class Cursor {
+      public:
+        Cursor() = default;
+
+        Cursor(ImportList const& list, ForeignEntries& behind) : foreignEntries(&behind) {
+            moveTo(RunCursor<Entry>(list));
+        }
+
+        Entry const& read() const { return isInRun() ? run.read() : *foreign; }
+
+        void next() {
+            if (!isInRun()) {
+                ++foreign;
+                return;
+            }
+            RunCursor<Entry> following = run;
+            following.next();
+            moveTo(following);
+        }
+
+        bool equal(Cursor const& other) const {
+            return run.equal(other.run) && (isInRun() || foreign == other.foreign);
+        }
+
+        bool equal(ranges::default_sentinel_t) const {
+            return !isInRun() && foreign == ranges::end(*foreignEntries);
+        }
+
+      private:
+        bool isInRun() const noexcept { return !run.equal(ranges::default_sentinel); }
+
+        void moveTo(RunCursor<Entry> const& place) {
+            if (place.equal(ranges::default_sentinel)) {
+                foreign = ranges::begin(*foreignEntries);
+            }
+            run = place;
+        }
+
+        RunCursor<Entry> run;
+        ranges::iterator_t<ForeignEntries> foreign; // singular while in the run
+        ForeignEntries* foreignEntries = nullptr;
+    };
+
+    Cursor begin_cursor() { return Cursor(*asked, foreignEntries); }
+
+    ranges::default_sentinel_t end_cursor() const { return {}; }
+
+    ImportList const* asked = nullptr;
+    ForeignEntries foreignEntries;
+};
 
 template <typename Entry>
 AnyView<Entry> visibleEntries(ImportList const& list, IImportList::CheckAncestorList check,
@@ -145,11 +227,7 @@ AnyView<Entry> visibleEntries(ImportList const& list, IImportList::CheckAncestor
     if (foreign == nullptr) {
         return VisibleEntries<Entry>(list);
     }
-    auto const isHiddenOnTheWay = [&list](Entry const& entry) {
-        return isHidden(entry, ListChain(&list));
-    };
-    return ranges::concat_view(VisibleEntries<Entry>(list),
-                               ranges::remove_if_view((foreign->*getter)(check), isHiddenOnTheWay));
+    return VisibleAndForeignEntries<Entry>(list, (foreign->*getter)(check));
 }
 
 } // namespace

@@ -68,19 +68,30 @@ class ImportList final : public IImportList {
     std::vector<Entry> const& ownEntries() const noexcept;
 
     /// The package entry of this list that introduces \p name, or null.
-    PackageImportEntry const* findOwnPackage(HashedName const& name) const noexcept;
+    PackageImportEntry const* findOwnPackage(HashedName const& name) const noexcept {
+        return packageFilter.mayHold(name) ? probePackages(name) : nullptr;
+    }
 
     /// The first fully qualified entry of this list that introduces \p name, or null.
-    FullyQualifiedImportEntry const* findOwnFullyQualified(HashedName const& name) const noexcept;
+    FullyQualifiedImportEntry const* findOwnFullyQualified(HashedName const& name) const noexcept {
+        return fullyQualifiedFilter.mayHold(name) ? probeFullyQualified(name) : nullptr;
+    }
 
     /// Whether a dotted entry of this list has exactly this raw argument.
-    bool holdsRawArgument(HashedName const& rawArgument) const noexcept;
+    bool holdsRawArgument(HashedName const& rawArgument) const noexcept {
+        return rawArgumentFilter.mayHold(rawArgument) && probeRawArguments(rawArgument);
+    }
 
   private:
     using Refusal = std::optional<resource_core::GenericMsgIDHolder>;
     using PackageConflictCheck = Refusal (ImportList::*)(PackageImportEntry const&) const;
 
     std::size_t numberOfOwnEntries() const noexcept;
+
+    // What the hashed containers say of a name that passed the filter.
+    PackageImportEntry const* probePackages(HashedName const& name) const noexcept;
+    FullyQualifiedImportEntry const* probeFullyQualified(HashedName const& name) const noexcept;
+    bool probeRawArguments(HashedName const& rawArgument) const noexcept;
 
     Refusal checkDynamicPackage(PackageImportEntry const& entry) const;
     Refusal checkStaticPackage(PackageImportEntry const& entry) const;

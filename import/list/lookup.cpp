@@ -67,20 +67,17 @@ auto askOutward(ListRun run, AskOwn askOwn, AskForeign askForeign)
 
 } // namespace
 
-PackageImportEntry const* ImportList::findOwnPackage(HashedName const& name) const noexcept {
-    return packageFilter.mayHold(name) ? findByName(packageIndexByName, packageEntries, name)
-                                       : nullptr;
+PackageImportEntry const* ImportList::probePackages(HashedName const& name) const noexcept {
+    return findByName(packageIndexByName, packageEntries, name);
 }
 
 FullyQualifiedImportEntry const*
-ImportList::findOwnFullyQualified(HashedName const& name) const noexcept {
-    return fullyQualifiedFilter.mayHold(name)
-               ? findByName(fullyQualifiedIndexByName, fullyQualifiedEntries, name)
-               : nullptr;
+ImportList::probeFullyQualified(HashedName const& name) const noexcept {
+    return findByName(fullyQualifiedIndexByName, fullyQualifiedEntries, name);
 }
 
-bool ImportList::holdsRawArgument(HashedName const& rawArgument) const noexcept {
-    return rawArgumentFilter.mayHold(rawArgument) && rawArguments.contains(rawArgument);
+bool ImportList::probeRawArguments(HashedName const& rawArgument) const noexcept {
+    return rawArguments.contains(rawArgument);
 }
 
 std::optional<FoundImportEntry> ImportList::findPackageImportEntry(std::u16string_view name,
