@@ -7,6 +7,29 @@
 
 namespace resource_core {
 
+namespace {
+
+/// A copy of \p argument by way of its alternative. The copy constructor of libstdc++ 12's
+/// std::variant destroys, when the copy of a string throws, a string that was never made.
+MsgArgument copyOf(MsgArgument const& argument) {
+    return std::visit(
+        []<typename Value>(Value const& value) {
+            return MsgArgument(std::in_place_type<Value>, value);
+        },
+        argument);
+}
+
+BaseMsgID copyOf(BaseMsgID const& message) {
+    BaseMsgID copy{.arguments = {}, .catalogue = message.catalogue, .key = message.key};
+    copy.arguments.reserve(message.arguments.size());
+    for (MsgArgument const& argument : message.arguments) {
+        copy.arguments.push_back(copyOf(argument));
+    }
+    return copy;
+}
+
+} // namespace
+
 GenericMsgIDHolder::EmptyGenericMsgIDHolder::~EmptyGenericMsgIDHolder() = default;
 
 char const* GenericMsgIDHolder::EmptyGenericMsgIDHolder::what() const noexcept {
@@ -14,10 +37,10 @@ char const* GenericMsgIDHolder::EmptyGenericMsgIDHolder::what() const noexcept {
 }
 
 GenericMsgIDHolder::GenericMsgIDHolder(BaseMsgID const& message)
-    : msgID(std::make_unique<BaseMsgID>(message)) {}
+    : msgID(std::make_unique<BaseMsgID>(copyOf(message))) {}
 
 GenericMsgIDHolder::GenericMsgIDHolder(GenericMsgIDHolder const& other)
-    : msgID(other.isEmpty() ? nullptr : std::make_unique<BaseMsgID>(*other.msgID)) {}
+    : msgID(other.isEmpty() ? nullptr : std::make_unique<BaseMsgID>(copyOf(*other.msgID))) {}
 
 GenericMsgIDHolder& GenericMsgIDHolder::operator=(GenericMsgIDHolder const& other) {
     GenericMsgIDHolder copy(other);

@@ -100,11 +100,5 @@ TEST(Parser, LetsEntriesBeMovedOutOfItsResult) {
     EXPECT_EQ(result.first.getIntroducedName(), u"");
 }
 
-TEST(Parser, TakesCommandsOfAMillionArguments) {
-    std::vector<std::u16string> const command(1'000'000, u"a.b");
-    auto const parser = createImportArgumentParser(command, Behavior::WithoutPackageImports);
-    EXPECT_EQ(parser->parse().size(), command.size());
-}
-
 } // namespace
 } // namespace lf::import

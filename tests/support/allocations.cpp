@@ -12,7 +12,31 @@ namespace {
 constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 
 std::size_t allocations = 0;
+std::size_t liveAllocations = 0;
 std::size_t allocationsUntilFailure = noLimit;
+support::Shortage shortageToCome{};
+bool failed = false;
+
+/// Whether the allocation that is about to be made fails.
+bool failsNow() noexcept {
+    if (allocationsUntilFailure == noLimit) {
+        return false;
+    }
+    if (allocationsUntilFailure > 0) {
+        --allocationsUntilFailure;
+        return false;
+    }
+    if (failed && shortageToCome == support::Shortage::Passing) {
+        return false;
+    }
+    failed = true;
+    return true;
+}
+
+void giveBack(void* memory) noexcept {
+    liveAllocations -= memory == nullptr ? 0 : 1;
+    std::free(memory);
+}
 
 } // namespace
 
@@ -22,34 +46,43 @@ std::size_t countAllocations() noexcept {
     return allocations;
 }
 
-FailingAllocations::FailingAllocations(std::size_t allowed) noexcept {
+std::size_t countLiveAllocations() noexcept {
+    return liveAllocations;
+}
+
+FailingAllocations::FailingAllocations(std::size_t allowed, Shortage shortage) noexcept {
     allocationsUntilFailure = allowed;
+    shortageToCome = shortage;
+    failed = false;
 }
 
 FailingAllocations::~FailingAllocations() {
     allocationsUntilFailure = noLimit;
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): of this shortage
+bool FailingAllocations::hasFailed() const noexcept {
+    return failed;
+}
+
 } // namespace support
 
 void* operator new(std::size_t size) {
     ++allocations;
-    if (allocationsUntilFailure == 0) {
+    if (failsNow()) {
         throw std::bad_alloc();
     }
-    if (allocationsUntilFailure != noLimit) {
-        --allocationsUntilFailure;
-    }
     if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
+        ++liveAllocations;
         return memory;
     }
     throw std::bad_alloc();
 }
 
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    giveBack(memory);
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
+    giveBack(memory);
 }

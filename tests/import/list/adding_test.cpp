@@ -254,17 +254,5 @@ TEST_F(Adding, ThrowsForAnEntryWithoutAValue) {
     EXPECT_TRUE(list->isEmpty(No));
 }
 
-TEST_F(Adding, TakesAHundredThousandEntriesOfEachKind) {
-    for (int number = 0; number < 100'000; ++number) {
-        std::string const digits = std::to_string(number);
-        std::u16string const name = u"n" + std::u16string(digits.begin(), digits.end());
-        ASSERT_FALSE(list->addStaticImportEntry(makePackage(name)));
-        ASSERT_FALSE(list->addStaticImportEntry(makeName(u"root." + name + u"x")));
-        ASSERT_FALSE(list->addStaticImportEntry(makeWildcard(u"root." + name + u".*")));
-    }
-    EXPECT_EQ(list->getNumberOfEntries(No), 300'000U);
-    EXPECT_EQ(list->findFullyQualifiedImportEntry(u"n99999x", No)->rawArgument, u"root.n99999x");
-}
-
 } // namespace
 } // namespace lf::import

@@ -179,41 +179,5 @@ TEST_F(AnImportList, IsIndependentOfItsClones) {
     EXPECT_EQ(copy->findPackageImportEntry(u"p", No)->entry.getIntroducedName(), u"p");
 }
 
-// Generated code nests this deep; nothing may recurse on an ordinary stack.
-class AChainOfAHundredThousandLists : public AnImportList {
-  protected:
-    void SetUp() override {
-        ASSERT_FALSE(innermost->addStaticImportEntry(makePackage(u"outermost")));
-        for (int depth = 1; depth < 100'000; ++depth) {
-            innermost = makeList(innermost);
-            ASSERT_FALSE(innermost->addStaticImportEntry(makePackage(u"p")));
-        }
-    }
-
-    std::shared_ptr<IImportList> innermost = makeList();
-};
-
-TEST_F(AChainOfAHundredThousandLists, AnswersEveryQuestionAndIsDestroyed) {
-    EXPECT_TRUE(innermost->findPackageImportEntry(u"outermost", Yes));
-    EXPECT_FALSE(innermost->findPackageImportEntry(u"missing", Yes));
-    EXPECT_FALSE(innermost->findFullyQualifiedImportEntry(u"missing", Yes));
-    EXPECT_EQ(innermost->getNumberOfEntries(Yes), 100'000U);
-    EXPECT_FALSE(innermost->isEmpty(Yes));
-    EXPECT_EQ(ranges::distance(innermost->getPackageImportEntries(Yes)), 2) << "`p` hides the rest";
-    EXPECT_EQ(ranges::distance(innermost->getFullyQualifiedImportEntries(Yes)), 0);
-    EXPECT_EQ(ranges::distance(innermost->getWildcardImportEntries(Yes)), 0);
-    std::weak_ptr<IImportList const> const parent = innermost->getParent();
-    innermost.reset();
-    EXPECT_TRUE(parent.expired());
-}
-
-TEST_F(AChainOfAHundredThousandLists, IsEmptyWhenEveryListIs) {
-    std::shared_ptr<IImportList> list = makeList();
-    for (int depth = 1; depth < 100'000; ++depth) {
-        list = makeList(list);
-    }
-    EXPECT_TRUE(list->isEmpty(Yes));
-}
-
 } // namespace
 } // namespace lf::import

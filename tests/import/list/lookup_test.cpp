@@ -8,8 +8,6 @@
 
 #include <memory>
 #include <string>
-#include <thread>
-#include <vector>
 
 namespace lf::import {
 namespace {
@@ -173,32 +171,6 @@ TEST_F(Lookup, TakesViewsIntoTheMiddleOfATextAndNamesWithZeros) {
     add(*list, makePackage(u"p", std::u16string(u"a\0b", 3)));
     EXPECT_TRUE(list->findPackageImportEntry(std::u16string_view(u"a\0b", 3), No));
     EXPECT_FALSE(list->findPackageImportEntry(u"a", No));
-}
-
-// Under the thread sanitizer this shows that readers write nothing that they share.
-TEST_F(Lookup, AndEveryOtherQuestionMayBeAskedByManyThreads) {
-    add(*outermost, makePackage(u"p"));
-    add(*grandparent, makeName(u"a.b"));
-    add(*parent, makeWildcard(u"c.*"));
-    std::vector<std::thread> readers;
-    for (int reader = 0; reader < 8; ++reader) {
-        readers.emplace_back([this] {
-            for (int round = 0; round < 1000; ++round) {
-                EXPECT_TRUE(list->findPackageImportEntry(u"p", Yes));
-                EXPECT_TRUE(list->findFullyQualifiedImportEntry(u"b", Yes));
-                EXPECT_FALSE(list->findPackageImportEntry(u"missing", Yes));
-                EXPECT_EQ(ranges::distance(list->getPackageImportEntries(Yes)), 1);
-                EXPECT_EQ(ranges::distance(list->getFullyQualifiedImportEntries(Yes)), 1);
-                EXPECT_EQ(ranges::distance(list->getWildcardImportEntries(Yes)), 1);
-                EXPECT_EQ(list->getNumberOfEntries(Yes), 3U);
-                EXPECT_FALSE(list->isEmpty(Yes));
-                EXPECT_EQ(createImportList(list)->clone()->getParent(), list);
-            }
-        });
-    }
-    for (std::thread& reader : readers) {
-        reader.join();
-    }
 }
 
 } // namespace

@@ -178,16 +178,5 @@ TEST(Classification, CutsAtTheFirstDot) {
     EXPECT_FALSE(splitAtFirstDot(u"").has_value());
 }
 
-TEST(Classification, ReadsDottedNamesOfAMillionSegments) {
-    std::u16string argument;
-    for (int segment = 0; segment < 1'000'000; ++segment) {
-        argument += u"a.";
-    }
-    auto const name = classifyDottedName(argument + u"z");
-    ASSERT_TRUE(std::holds_alternative<FullyQualifiedImportArgument>(name));
-    EXPECT_EQ(std::get<FullyQualifiedImportArgument>(name).introducedName, u"z");
-    EXPECT_EQ(describe(classifyLegacyDottedName(u"a." + argument + u"*")).substr(0, 8), "wildcard");
-}
-
 } // namespace
 } // namespace lf::import
