@@ -37,7 +37,8 @@ template <typename Entry, typename Record>
 void appendWithWarning(std::vector<ParsedImportEntry>& entries, ImportArgumentIndex index,
                        Record& record) {
     append<Entry>(entries, index, std::move(record));
-    if (record.warning) { // which the entry leaves behind
+    // NOLINTNEXTLINE(bugprone-use-after-move): the entry leaves the warning behind.
+    if (record.warning) {
         append<InvalidImportEntry>(entries, index, record.warning->getMsgID());
     }
 }

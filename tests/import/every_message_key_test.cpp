@@ -16,7 +16,6 @@ namespace lf::import {
 namespace {
 
 using resource_core::BaseMsgID;
-using resource_core::GenericMsgIDHolder;
 using support::makeName;
 using support::makePackage;
 
