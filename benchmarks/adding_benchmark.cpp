@@ -1,0 +1,277 @@
+// SPDX-License-Identifier: BSL-1.0
+
+// What it costs to add entries to a list, per entry: amortised over the growth of a list from
+// nothing, and for entries that a list holds already or refuses.
+
+#include "floors/described_containers.hpp"
+#include "measurement.hpp"
+#include "subjects.hpp"
+#include "workload.hpp"
+
+#include <model/list_model.hpp>
+#include <support/make_entries.hpp>
+#include <support/observed_entries.hpp>
+
+#include <import/entries.hpp>
+#include <import/import_list.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace benchmarks {
+
+namespace {
+
+using lf::import::ImportEntry;
+using model::Outcome;
+
+// Contestants: how a list is made and added to.
+
+struct Gleigem {
+    static constexpr std::string_view name = "gleigem";
+    static constexpr std::size_t longest = 1'000'000;
+    using Entry = ImportEntry;
+    using List = std::unique_ptr<lf::import::IImportList>;
+
+    static List create() { return lf::import::createImportList(nullptr); }
+
+    static auto add(List& list, Entry& entry) {
+        return list->addStaticImportEntry(std::move(entry));
+    }
+
+    static auto addDynamic(List& list, Entry& entry) {
+        return list->addDynamicImportEntry(std::move(entry));
+    }
+
+    static std::size_t size(List const& list) {
+        return list->getNumberOfEntries(lf::import::IImportList::CheckAncestorList::No);
+    }
+
+    static std::string keyOf(resource_core::GenericMsgIDHolder const& refusal) {
+        return refusal.getMsgID().key;
+    }
+
+    static Entry makeEntry(ImportEntry&& entry) { return std::move(entry); }
+};
+
+struct ByHand {
+    static constexpr std::string_view name = "by_hand";
+    static constexpr std::size_t longest = 1'000'000;
+    using Entry = ImportEntry;
+    using List = std::unique_ptr<floors::DescribedContainers>;
+
+    static List create() { return std::make_unique<floors::DescribedContainers>(); }
+
+    static bool add(List& list, Entry& entry) {
+        list->add(std::move(entry));
+        return false; // refuses nothing
+    }
+
+    static std::size_t size(List const& list) { return list->size(); }
+
+    static Entry makeEntry(ImportEntry&& entry) { return std::move(entry); }
+};
+
+struct Model {
+    static constexpr std::string_view name = "model";
+    static constexpr std::size_t longest = 10'000;
+    using Entry = Outcome;
+    using List = std::unique_ptr<model::List>;
+
+    static List create() { return model::createList(nullptr); }
+
+    static auto add(List& list, Entry& entry) { return list->addStatic(entry); }
+
+    static std::size_t size(List const& list) { return list->numberOfEntries(model::thisListOnly); }
+
+    static std::string keyOf(Outcome const& refusal) { return refusal.key; }
+
+    static Entry makeEntry(ImportEntry&& entry) {
+        return std::visit([](auto const& alternative) { return support::describe(alternative); },
+                          entry);
+    }
+};
+
+std::vector<std::u16string> const& namesFor(std::size_t count) {
+    static workload::Draws draws;
+    static workload::NameSource source(draws);
+    static std::vector<std::u16string> names;
+    while (names.size() < count) {
+        names.push_back(source.next());
+    }
+    return names;
+}
+
+// Kinds of entry: each makes the entry of a number, and entries of other numbers never conflict.
+using EntryMaker = ImportEntry (*)(std::size_t number, std::vector<std::u16string> const& names);
+
+ImportEntry makePackage(std::size_t number, std::vector<std::u16string> const& names) {
+    return support::makePackage(names[number]);
+}
+
+// Eight names share a root element.
+std::u16string dottedName(std::size_t number, std::vector<std::u16string> const& names) {
+    return names[number / 8] + u'.' + names[number];
+}
+
+ImportEntry makeFullyQualified(std::size_t number, std::vector<std::u16string> const& names) {
+    return support::makeName(dottedName(number, names));
+}
+
+ImportEntry makeFullyQualifiedOfOneRoot(std::size_t number,
+                                        std::vector<std::u16string> const& names) {
+    return support::makeName(names.front() + u'.' + names[number]);
+}
+
+ImportEntry makeWildcard(std::size_t number, std::vector<std::u16string> const& names) {
+    return support::makeWildcard(dottedName(number, names) + u".*");
+}
+
+template <typename Contestant>
+std::vector<typename Contestant::Entry> makeEntries(EntryMaker make, std::size_t count) {
+    std::vector<typename Contestant::Entry> entries;
+    entries.reserve(count);
+    for (std::size_t number = 0; number < count; ++number) {
+        entries.push_back(Contestant::makeEntry(make(number, namesFor(count))));
+    }
+    return entries;
+}
+
+template <typename Contestant>
+using Addition = decltype(&Contestant::add);
+
+template <typename Contestant>
+void measureGrowth(benchmark::State& state, EntryMaker make, Addition<Contestant> add,
+                   std::size_t count) {
+    constexpr std::size_t leastAdditions = 2'048; // that are timed in one go
+    std::size_t const numberOfLists = std::max<std::size_t>(1, leastAdditions / count);
+    auto const entries = makeEntries<Contestant>(make, count);
+    std::vector<typename Contestant::List> lists(numberOfLists);
+    Measurement measurement(state);
+    for (auto _ : state) {
+        measurement.pause();
+        std::vector<std::vector<typename Contestant::Entry>> supplies(numberOfLists, entries);
+        measurement.resume();
+        for (std::size_t i = 0; i < numberOfLists; ++i) {
+            lists[i] = Contestant::create();
+            for (typename Contestant::Entry& entry : supplies[i]) {
+                auto const refusal = add(lists[i], entry);
+                benchmark::DoNotOptimize(refusal);
+            }
+        }
+        measurement.pause();
+        require(Contestant::size(lists.back()) == count, "the growth of a list");
+        supplies.clear();
+        std::ranges::generate(lists, [] { return typename Contestant::List(); });
+        measurement.resume();
+    }
+    measurement.report(numberOfLists * count);
+}
+
+// A list that holds entries of one kind is offered others that it does not store.
+struct Offer {
+    std::string_view name;
+    EntryMaker makeHeld;
+    EntryMaker makeOffered;
+    std::string_view refusal; ///< key of the message; empty when the offer is accepted
+};
+
+ImportEntry makeNameBelowPackage(std::size_t number, std::vector<std::u16string> const& names) {
+    return support::makeName(names[number] + u".of." + names[number]);
+}
+
+constexpr Offer duplicates{"add_duplicate", makeFullyQualified, makeFullyQualified, ""};
+
+constexpr auto refusals = std::to_array<Offer>({
+    {"refuse_redeclared_package", makePackage, makePackage, "PackageRedeclared"},
+    {"refuse_package_of_name", makeFullyQualified, makePackage, "PrecedenceViolation"},
+    {"refuse_name_below_package", makePackage, makeNameBelowPackage, "PrecedenceViolation"},
+});
+
+template <typename Contestant>
+void measureOffer(benchmark::State& state, Offer offer, std::size_t count) {
+    typename Contestant::List list = Contestant::create();
+    for (auto& entry : makeEntries<Contestant>(offer.makeHeld, count)) {
+        Contestant::add(list, entry);
+    }
+    auto const all = makeEntries<Contestant>(offer.makeOffered, count);
+    workload::Draws draws;
+    std::vector<typename Contestant::Entry> offered;
+    for (std::size_t i = 0; i < workload::numberOfKeys; ++i) {
+        offered.push_back(draws.oneOf(all));
+        auto const refusal = Contestant::add(list, offered.back());
+        require(static_cast<bool>(refusal) == !offer.refusal.empty(), std::string(offer.name));
+        if constexpr (requires { Contestant::keyOf(*refusal); }) {
+            require(!refusal || Contestant::keyOf(*refusal) == offer.refusal,
+                    std::string(offer.name));
+        }
+    }
+    std::size_t next = 0;
+    Measurement measurement(state);
+    for (auto _ : state) {
+        auto const refusal = Contestant::add(list, offered[next]);
+        benchmark::DoNotOptimize(refusal);
+        next = (next + 1) % workload::numberOfKeys;
+    }
+    measurement.report(1);
+    require(Contestant::size(list) == count, std::string(offer.name));
+}
+
+template <typename Contestant>
+std::string nameOf(std::string_view subject, std::size_t count) {
+    return std::string(subject) + '/' + std::string(Contestant::name) +
+           "/entries:" + std::to_string(count);
+}
+
+template <typename Contestant>
+void registerGrowth(std::string_view subject, EntryMaker make,
+                    Addition<Contestant> add = &Contestant::add) {
+    for (std::size_t const count : {1, 10, 100, 1'000, 10'000, 100'000, 1'000'000}) {
+        if (count <= Contestant::longest) {
+            benchmark::RegisterBenchmark(nameOf<Contestant>(subject, count).c_str(),
+                                         measureGrowth<Contestant>, make, add, count);
+        }
+    }
+}
+
+template <typename Contestant>
+void registerOffer(Offer const& offer) {
+    for (std::size_t const count : {8, 1'000, 100'000}) {
+        if (count <= Contestant::longest) {
+            benchmark::RegisterBenchmark(nameOf<Contestant>(offer.name, count).c_str(),
+                                         measureOffer<Contestant>, offer, count);
+        }
+    }
+}
+
+template <typename Contestant>
+void registerContestant() {
+    registerGrowth<Contestant>("add_package", makePackage);
+    registerGrowth<Contestant>("add_fully_qualified", makeFullyQualified);
+    registerGrowth<Contestant>("add_fully_qualified_of_one_root", makeFullyQualifiedOfOneRoot);
+    registerGrowth<Contestant>("add_wildcard", makeWildcard);
+    registerOffer<Contestant>(duplicates);
+}
+
+} // namespace
+
+void registerAdding() {
+    registerContestant<Gleigem>();
+    registerContestant<ByHand>();
+    registerContestant<Model>();
+    registerGrowth<Gleigem>("add_dynamic_package", makePackage, &Gleigem::addDynamic);
+    for (Offer const& refusal : refusals) {
+        registerOffer<Gleigem>(refusal);
+        registerOffer<Model>(refusal);
+    }
+}
+
+} // namespace benchmarks

@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: BSL-1.0
+
+// What it costs to look a name up from the innermost of nested scopes, hit and miss.
+
+#include "floors/scope_maps.hpp"
+#include "measurement.hpp"
+#include "model_lists.hpp"
+#include "subjects.hpp"
+#include "workload.hpp"
+
+#include <model/list_model.hpp>
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace benchmarks {
+
+namespace {
+
+using lf::import::EntryOrigin;
+using workload::Answer;
+using workload::Keys;
+using workload::LookupWorkload;
+
+// The literal model under the names of the other contestants.
+class ModelLists {
+  public:
+    explicit ModelLists(workload::Scopes const& scopes) : list(workload::makeModelLists(scopes)) {}
+
+    std::optional<model::Found> findPackage(std::u16string const& name) const {
+        return list->findPackage(name, model::withAncestors);
+    }
+
+    std::optional<model::Found> findFullyQualified(std::u16string const& name) const {
+        return list->findFullyQualified(name, model::withAncestors);
+    }
+
+  private:
+    std::shared_ptr<model::List const> list;
+};
+
+Answer asAnswer(lf::import::FoundImportEntry const& found) {
+    return {std::u16string(found.entry.getIntroducedName()), found.origin};
+}
+
+Answer asAnswer(lf::import::FoundFullyQualifiedName const& found) {
+    return {std::u16string(found.rawArgument), found.origin};
+}
+
+Answer asAnswer(model::Found const& found) {
+    return {found.entry->kind == model::OutcomeKind::Package ? found.entry->introducedName
+                                                             : found.entry->rawArgument,
+            static_cast<EntryOrigin>(found.origin)};
+}
+
+template <typename Contestant, auto find>
+void check(Contestant const& contestant, Keys const& keys) {
+    for (std::size_t i = 0; i < keys.names.size(); ++i) {
+        auto const found = std::invoke(find, contestant, keys.names[i]);
+        std::optional<Answer> const& expected = keys.answers[i];
+        require(found.has_value() == expected.has_value() &&
+                    (!found || asAnswer(*found) == *expected),
+                "a lookup");
+    }
+}
+
+struct Chain {
+    std::size_t depth;
+    std::size_t importsPerScope;
+
+    friend auto operator<=>(Chain const&, Chain const&) = default;
+};
+
+LookupWorkload const& workloadOf(Chain chain) {
+    static std::mutex mutex;
+    static std::map<Chain, LookupWorkload> workloads;
+    std::lock_guard const lock(mutex);
+    auto const known = workloads.find(chain);
+    return known != workloads.end()
+               ? known->second
+               : workloads
+                     .emplace(chain,
+                              workload::makeLookupWorkload(chain.depth, chain.importsPerScope))
+                     .first->second;
+}
+
+// Made and checked once per chain, and kept.
+template <typename Contestant>
+Contestant const& contestantOf(Chain chain) {
+    static std::mutex mutex;
+    static std::map<Chain, Contestant> contestants;
+    std::lock_guard const lock(mutex);
+    if (auto const known = contestants.find(chain); known != contestants.end()) {
+        return known->second;
+    }
+    LookupWorkload const& workload = workloadOf(chain);
+    Contestant const& contestant = contestants.emplace(chain, workload.scopes).first->second;
+    check<Contestant, &Contestant::findPackage>(contestant, workload.misses);
+    check<Contestant, &Contestant::findPackage>(contestant, workload.packageHits);
+    check<Contestant, &Contestant::findFullyQualified>(contestant, workload.misses);
+    check<Contestant, &Contestant::findFullyQualified>(contestant, workload.fullyQualifiedHits);
+    return contestant;
+}
+
+template <typename Contestant, auto find>
+void measure(benchmark::State& state, Chain chain, Keys LookupWorkload::*keys) {
+    Contestant const& contestant = contestantOf<Contestant>(chain);
+    std::vector<std::u16string> const& names = (workloadOf(chain).*keys).names;
+    auto const numberOfThreads = static_cast<std::size_t>(state.threads());
+    auto const thread = static_cast<std::size_t>(state.thread_index());
+    std::size_t next = thread * workload::numberOfKeys / numberOfThreads;
+    Measurement measurement(state);
+    for (auto _ : state) {
+        auto const found = std::invoke(find, contestant, names[next]);
+        benchmark::DoNotOptimize(found);
+        next = (next + 1) % workload::numberOfKeys;
+    }
+    measurement.report(1);
+}
+
+void measureHash(benchmark::State& state) {
+    std::vector<std::u16string> const& names = workloadOf({1, 8}).misses.names;
+    std::size_t next = 0;
+    Measurement measurement(state);
+    for (auto _ : state) {
+        std::size_t const hash = std::hash<std::u16string_view>{}(names[next]);
+        benchmark::DoNotOptimize(hash);
+        next = (next + 1) % workload::numberOfKeys;
+    }
+    measurement.report(1);
+}
+
+std::string nameOf(std::string_view subject, std::string_view contestant, Chain chain) {
+    return std::string(subject) + '/' + std::string(contestant) +
+           "/depth:" + std::to_string(chain.depth) +
+           "/imports:" + std::to_string(chain.importsPerScope);
+}
+
+template <typename Contestant>
+void registerContestant(std::string_view name, Chain chain) {
+    auto const add = [&](std::string_view subject, auto function, Keys LookupWorkload::*keys) {
+        return benchmark::RegisterBenchmark(nameOf(subject, name, chain).c_str(), function, chain,
+                                            keys);
+    };
+    auto* const findPackage = measure<Contestant, &Contestant::findPackage>;
+    auto* const findFullyQualified = measure<Contestant, &Contestant::findFullyQualified>;
+    add("find_package_miss", findPackage, &LookupWorkload::misses);
+    add("find_fully_qualified_miss", findFullyQualified, &LookupWorkload::misses);
+    if (chain.importsPerScope > 0) {
+        add("find_package_hit", findPackage, &LookupWorkload::packageHits);
+        add("find_fully_qualified_hit", findFullyQualified, &LookupWorkload::fullyQualifiedHits);
+    }
+}
+
+// The model asks the list at distance n 2^n times for a name that nobody imports.
+constexpr std::size_t deepestForModel = 16;
+
+void registerChain(Chain chain) {
+    registerContestant<workload::ImportLists>("gleigem", chain);
+    registerContestant<floors::ScopeMaps<floors::AbslMap>>("absl_maps", chain);
+    registerContestant<floors::ScopeMaps<floors::UnorderedMap>>("unordered_maps", chain);
+    if (chain.importsPerScope == 8 && chain.depth <= deepestForModel) {
+        registerContestant<ModelLists>("model", chain);
+    }
+}
+
+// Readers that wrote to anything shared would slow each other down.
+void registerThreads(Chain chain) {
+    for (int const threads : {1, 2}) {
+        for (auto const& [subject, keys] :
+             {std::pair("find_package_miss_by_threads", &LookupWorkload::misses),
+              std::pair("find_package_hit_by_threads", &LookupWorkload::packageHits)}) {
+            benchmark::RegisterBenchmark(
+                nameOf(subject, "gleigem", chain).c_str(),
+                measure<workload::ImportLists, &workload::ImportLists::findPackage>, chain, keys)
+                ->Threads(threads);
+        }
+    }
+}
+
+} // namespace
+
+void registerLookup() {
+    benchmark::RegisterBenchmark("hash_of_name/std", measureHash);
+    for (std::size_t const depth : {1, 4, 16, 64}) {
+        for (std::size_t const imports : {0, 8, 1'000}) {
+            registerChain({depth, imports});
+        }
+    }
+    for (std::size_t const imports : {10'000, 100'000, 1'000'000}) { // and 1,000 from above
+        registerChain({1, imports});
+    }
+    registerThreads({1, 8});
+    registerThreads({16, 8});
+}
+
+} // namespace benchmarks
