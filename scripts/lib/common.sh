@@ -14,12 +14,13 @@ step() {
     printf '\n==> %s\n' "$1"
 }
 
-# is_there PROBE: whether a command can be run or a <header> be included.
+# is_there PROBE: whether a command can be run, a <header> be included or a /path be found.
 is_there() {
     case $1 in
         "<"*) g++ -E -x c++ - <<<"#if !__has_include($1)
 #error
 #endif" ;;
+        /*) [[ -e $1 ]] ;;
         *) command -v "$1" ;;
     esac &>/dev/null
 }

@@ -1,5 +1,5 @@
 # The Debian 12 packages that the scripts need, in one place: each line a package and what it is looked
-# for by, a command or a <header>. Sourced, never run.
+# for by, a command, a <header> or a /path. Sourced, never run.
 
 demo_packages=(
     "g++                 g++"
@@ -23,4 +23,9 @@ test_packages=(
 lint_packages=(
     "clang-format-14     clang-format-14"
     "clang-tidy-14       run-clang-tidy-14"
+)
+
+fuzz_packages=(
+    "clang-14            clang++-14"
+    "libclang-rt-14-dev  /usr/lib/llvm-14/lib/clang/14.0.6/include/fuzzer"
 )

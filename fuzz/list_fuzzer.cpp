@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: BSL-1.0
+
+/// \file
+/// Bytes as a program that makes lists and adds to them: after every step each list must answer as
+/// its twin in the model does.
+
+#include "input.hpp"
+
+#include <support/list_program.hpp>
+#include <support/twin_lists.hpp>
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    fuzz::Input input(data, size);
+    support::ListProgramMaker maker([&input](std::size_t bound) { return input.below(bound); });
+    support::ListProgram program{.steps = {}, .otherReach = maker.otherReach()};
+    while (!input.isEmpty() && program.steps.size() < support::maximalNumberOfSteps) {
+        program.steps.push_back(maker.step());
+    }
+    try {
+        support::ListProgramRun().run(program);
+    } catch (support::Difference const& difference) {
+        std::cerr << program << '\n';
+        fuzz::fail(difference.what());
+    }
+    return 0;
+}

@@ -1,0 +1,82 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: BSL-1.0
+"""coverage.py BUILD-FOLDER: prints which lines and branches of import/ the tests have reached there.
+
+Branches that the compiler made for exceptions alone do not count. A line or branch in a template or in a
+header is reached when any of its instances is.
+"""
+
+import collections
+import json
+import subprocess
+import sys
+from pathlib import Path
+
+PROJECT = Path(__file__).resolve().parent.parent
+
+
+def read_objects(build):
+    """What gcov says of each object file that has run."""
+    for data in sorted(build.rglob("*.gcda")):
+        command = ["gcov", "--json-format", "--stdout", "--branch-probabilities", str(data)]
+        output = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=True, cwd=build)
+        yield from (json.loads(line) for line in output.stdout.splitlines() if line)
+
+
+class FileCoverage:
+    def __init__(self):
+        self.lines = collections.Counter()
+        self.branches = collections.Counter()
+
+    def add(self, line):
+        number = line["line_number"]
+        self.lines[number] += line["count"]
+        real = [branch for branch in line["branches"] if not branch["throw"]]
+        if len(real) > 1:  # else the other ways out are exceptions
+            for position, branch in enumerate(real):
+                self.branches[number, len(real), position] += branch["count"]
+
+
+def collect(build):
+    files = collections.defaultdict(FileCoverage)
+    for report in read_objects(build):
+        for file in report["files"]:
+            path = Path(report["current_working_directory"], file["file"])
+            if path.is_relative_to(PROJECT / "import"):
+                for line in file["lines"]:
+                    files[str(path.relative_to(PROJECT))].add(line)
+    return files
+
+
+def percentage(counter):
+    reached = sum(count > 0 for count in counter.values())
+    share = 100 * reached / len(counter) if counter else 100
+    return f"{reached:5} of{len(counter):5} {share:5.1f} %"
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    files = collect(Path(sys.argv[1]).resolve())
+    if not files:
+        sys.exit("no test has run there")
+    lines, branches = collections.Counter(), collections.Counter()
+    print(f"{'':42}{'lines':>21}{'branches':>21}")
+    for name, coverage in sorted(files.items()):
+        print(f"{name:42}{percentage(coverage.lines)}{percentage(coverage.branches)}")
+        lines.update({(name, key): count for key, count in coverage.lines.items()})
+        branches.update({(name, key): count for key, count in coverage.branches.items()})
+    print(f"{'all':42}{percentage(lines)}{percentage(branches)}")
+
+    missed = {(name, line): "line" for (name, line), count in lines.items() if count == 0}
+    for (name, (line, _, _)), count in branches.items():
+        if count == 0:
+            missed.setdefault((name, line), "branch")
+    for (name, line), kind in sorted(missed.items()):
+        text = (PROJECT / name).read_text().splitlines()[line - 1].strip()
+        print(f"{name}:{line}: {kind} not reached: {text}")
+    return 1 if missed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

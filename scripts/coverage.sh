@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Runs the tests of the library under preset coverage and prints which lines and branches of import/ they
+# reach. Branches that the compiler made for exceptions alone do not count. Exit status 1 when any is missed.
+
+source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+
+build=build/coverage
+tests=(gleigem_tests gleigem_internal_tests gleigem_list_property_tests gleigem_platform_question_tests)
+
+require_packages "${test_packages[@]}"
+
+step "configuring preset coverage"
+cmake --preset coverage >/dev/null
+
+step "building preset coverage"
+cmake --build --preset coverage --target "${tests[@]}"
+
+step "running the tests"
+find "$build" -name '*.gcda' -delete
+for test in "${tests[@]}"; do
+    "$(find "$build/tests" -name "$test" -type f)" --gtest_brief=1
+done
+
+step "reading the coverage"
+python3 scripts/coverage.py "$build"
