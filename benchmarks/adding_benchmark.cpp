@@ -153,12 +153,13 @@ void measureGrowth(benchmark::State& state, EntryMaker make, Addition<Contestant
                    std::size_t count) {
     constexpr std::size_t leastAdditions = 2'048; // that are timed in one go
     std::size_t const numberOfLists = std::max<std::size_t>(1, leastAdditions / count);
-    auto const entries = makeEntries<Contestant>(make, count);
+    namesFor(count);
+    std::vector<std::vector<typename Contestant::Entry>> supplies(numberOfLists);
     std::vector<typename Contestant::List> lists(numberOfLists);
     Measurement measurement(state);
     for (auto _ : state) {
         measurement.pause();
-        std::vector<std::vector<typename Contestant::Entry>> supplies(numberOfLists, entries);
+        std::ranges::generate(supplies, [&] { return makeEntries<Contestant>(make, count); });
         measurement.resume();
         for (std::size_t i = 0; i < numberOfLists; ++i) {
             lists[i] = Contestant::create();
@@ -169,7 +170,6 @@ void measureGrowth(benchmark::State& state, EntryMaker make, Addition<Contestant
         }
         measurement.pause();
         require(Contestant::size(lists.back()) == count, "the growth of a list");
-        supplies.clear();
         std::ranges::generate(lists, [] { return typename Contestant::List(); });
         measurement.resume();
     }

@@ -160,14 +160,11 @@ void registerContestant(std::string_view name, Chain chain) {
     }
 }
 
-// The model asks the list at distance n 2^n times for a name that nobody imports.
-constexpr std::size_t deepestForModel = 16;
-
 void registerChain(Chain chain) {
     registerContestant<workload::ImportLists>("gleigem", chain);
     registerContestant<floors::ScopeMaps<floors::AbslMap>>("absl_maps", chain);
     registerContestant<floors::ScopeMaps<floors::UnorderedMap>>("unordered_maps", chain);
-    if (chain.importsPerScope == 8 && chain.depth <= deepestForModel) {
+    if (chain.importsPerScope == 8 && chain.depth <= workload::deepestForModel) {
         registerContestant<ModelLists>("model", chain);
     }
 }

@@ -10,10 +10,15 @@
 #include <support/make_entries.hpp>
 #include <support/observed_entries.hpp>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
 namespace workload {
+
+/// The model asks the list at distance n 2^n times for a name that nobody imports, in lookups as
+/// well as when a name is added.
+inline constexpr std::size_t deepestForModel = 16;
 
 /// The list of the innermost scope.
 inline std::shared_ptr<model::List const> makeModelLists(Scopes const& scopes) {

@@ -88,7 +88,7 @@ class PlainScopes {
         PlainScope const* const asked = scopes.back().get();
         for (PlainScope const* scope = asked; scope != nullptr; scope = scope->parent) {
             for (Entry const& entry : scope->*HidingNames<Entry>::entries) {
-                if (!isHiddenOnTheWay(entry, asked, scope)) {
+                if (scope == asked || !isHiddenOnTheWay(entry, asked, scope)) {
                     visit(entry);
                 }
             }
