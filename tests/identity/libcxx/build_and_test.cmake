@@ -1,0 +1,24 @@
+# Builds this folder's project with clang 19 and libc++ in BUILD_DIR and runs the identity test; says so and
+# leaves it at that where they are not installed.
+
+find_program(clang clang++-19)
+if(clang)
+    set(probe "${BUILD_DIR}/probe.cpp")
+    file(WRITE "${probe}" "#include <version>\n#include <cxxabi.h>\n")
+    execute_process(
+        COMMAND "${clang}" -std=c++20 -stdlib=libc++ -fsyntax-only "${probe}"
+        RESULT_VARIABLE failure OUTPUT_QUIET ERROR_QUIET)
+endif()
+if(NOT clang OR failure)
+    message("Skipped: clang++-19 with libc++ is not here (clang-19, libc++-19-dev, libc++abi-19-dev).")
+    return()
+endif()
+
+execute_process(
+    COMMAND
+        "${CTEST}" --build-and-test "${CMAKE_CURRENT_LIST_DIR}" "${BUILD_DIR}/build"
+        --build-generator "${GENERATOR}" --build-noclean
+        --build-options "-DCMAKE_CXX_COMPILER=${clang}" "-DCMAKE_CXX_FLAGS=-stdlib=libc++"
+        -DCMAKE_COMPILE_WARNING_AS_ERROR=ON "-DGLEIGEM_SOURCE_DIR=${GLEIGEM_SOURCE_DIR}"
+        --test-command identity_program
+    COMMAND_ERROR_IS_FATAL ANY)
