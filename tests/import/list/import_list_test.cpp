@@ -7,8 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <bit>
-#include <cstddef>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -34,35 +32,6 @@ static_assert(std::is_same_v<decltype(FoundFullyQualifiedName::rawArgument), std
 static_assert(
     std::is_same_v<decltype(std::declval<IImportList&>().getWildcardImportEntries(No)),
                    ranges::any_view<WildcardImportEntry const&, ranges::category::forward>>);
-
-// The position of a virtual function in the table, the destructor being position 0. In the ABI of
-// this platform a pointer to a virtual member function holds one more than the offset of its entry,
-// and a destructor has two entries.
-template <typename Function>
-std::ptrdiff_t slotOf(Function IImportList::*function) {
-    struct Representation {
-        std::ptrdiff_t offsetPlusOne;
-        std::ptrdiff_t adjustment;
-    };
-
-    auto const [offsetPlusOne, adjustment] = std::bit_cast<Representation>(function);
-    EXPECT_EQ(adjustment, 0);
-    return (offsetPlusOne - 1) / static_cast<std::ptrdiff_t>(sizeof(void*)) - 1;
-}
-
-TEST(IImportList, HasItsOperationsInTheOrderOfTheInterface) {
-    EXPECT_EQ(slotOf(&IImportList::addDynamicImportEntry), 1);
-    EXPECT_EQ(slotOf(&IImportList::addStaticImportEntry), 2);
-    EXPECT_EQ(slotOf(&IImportList::findPackageImportEntry), 3);
-    EXPECT_EQ(slotOf(&IImportList::findFullyQualifiedImportEntry), 4);
-    EXPECT_EQ(slotOf(&IImportList::getFullyQualifiedImportEntries), 5);
-    EXPECT_EQ(slotOf(&IImportList::getWildcardImportEntries), 6);
-    EXPECT_EQ(slotOf(&IImportList::getPackageImportEntries), 7);
-    EXPECT_EQ(slotOf(&IImportList::getParent), 8);
-    EXPECT_EQ(slotOf(&IImportList::clone), 9);
-    EXPECT_EQ(slotOf(&IImportList::isEmpty), 10);
-    EXPECT_EQ(slotOf(&IImportList::getNumberOfEntries), 11);
-}
 
 class AnImportList : public testing::Test {
   protected:

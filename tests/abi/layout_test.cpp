@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: BSL-1.0
+
+/// \file
+/// The layout of the public value types: what hosts have compiled into them. The order of members
+/// is pinned for every standard library; for libstdc++ on 64-bit machines, where the library is
+/// released, the very bytes are.
+
+#include <import/import.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+namespace lf::import {
+namespace {
+
+using Oxtavel::KeldarComponents::GetComponentVersionRangeFactory;
+using Oxtavel::KeldarComponents::PackageSpecifier;
+using resource_core::BaseMsgID;
+using resource_core::GenericMsgIDHolder;
+
+template <typename... Types>
+constexpr bool haveStandardLayout = (... && std::is_standard_layout_v<Types>);
+
+// Without a standard layout there are no offsets to speak of.
+static_assert(haveStandardLayout<PackageNameImportArgument, FullyQualifiedImportArgument,
+                                 WildcardImportArgument, AsClauseImportArgument, IgnoredArgument,
+                                 InvalidImportArgument, FoundFullyQualifiedName>);
+
+constexpr std::size_t text = sizeof(std::u16string);
+
+static_assert(offsetof(PackageNameImportArgument, name) == 0);
+static_assert(offsetof(FullyQualifiedImportArgument, rootElement) == 0);
+static_assert(offsetof(FullyQualifiedImportArgument, introducedName) == text);
+static_assert(offsetof(FullyQualifiedImportArgument, rawArgument) == 2 * text);
+static_assert(offsetof(FullyQualifiedImportArgument, warning) == 3 * text);
+static_assert(offsetof(WildcardImportArgument, rootElement) == 0);
+static_assert(offsetof(WildcardImportArgument, rawArgument) == text);
+static_assert(offsetof(WildcardImportArgument, warning) == 2 * text);
+static_assert(offsetof(IgnoredArgument, text) == 0);
+static_assert(offsetof(InvalidImportArgument, msgHolder) == 0);
+static_assert(offsetof(FoundFullyQualifiedName, rawArgument) == 0);
+static_assert(offsetof(FoundFullyQualifiedName, origin) == sizeof(std::u16string_view));
+
+static_assert(sizeof(PackageNameImportArgument) == text);
+static_assert(sizeof(VersionedPackageImportArgument) == sizeof(PackageSpecifier));
+static_assert(sizeof(IgnoredArgument) == text);
+static_assert(sizeof(InvalidImportArgument) == sizeof(GenericMsgIDHolder));
+static_assert(sizeof(AsClauseImportArgument) == 1);
+static_assert(sizeof(PackageImportEntry) == sizeof(PackageSpecifier) + text);
+static_assert(sizeof(FullyQualifiedImportEntry) == 3 * text);
+static_assert(sizeof(WildcardImportEntry) == 2 * text);
+static_assert(sizeof(InvalidImportEntry) == sizeof(GenericMsgIDHolder));
+
+#if defined(__GLIBCXX__) && !defined(_GLIBCXX_DEBUG) && _GLIBCXX_USE_CXX11_ABI &&                  \
+    __SIZEOF_POINTER__ == 8
+
+template <typename Type, std::size_t size, std::size_t alignment = 8>
+constexpr bool takes = sizeof(Type) == size && alignof(Type) == alignment;
+
+static_assert(takes<PackageNameImportArgument, 32>);
+static_assert(takes<FullyQualifiedImportArgument, 112>);
+static_assert(takes<WildcardImportArgument, 80>);
+static_assert(takes<AsClauseImportArgument, 1, 1>);
+static_assert(takes<IgnoredArgument, 32>);
+static_assert(takes<InvalidImportArgument, 8>);
+static_assert(takes<FullyQualifiedImportEntry, 96>);
+static_assert(takes<WildcardImportEntry, 64>);
+static_assert(takes<InvalidImportEntry, 8>);
+static_assert(takes<FoundImportEntry, 16>);
+static_assert(takes<FoundFullyQualifiedName, 24>);
+static_assert(takes<BaseMsgID, 88>);
+static_assert(takes<GenericMsgIDHolder, 8>);
+static_assert(takes<Behavior, 4, 4>);
+static_assert(takes<EntryOrigin, 4, 4>);
+static_assert(takes<IImportList::CheckAncestorList, 4, 4>);
+
+// These depend on the host's specifier; what is pinned is the reference platform's.
+static_assert(takes<PackageSpecifier, 56>);
+static_assert(takes<VersionedPackageImportArgument, 56>);
+static_assert(takes<PackageImportEntry, 88>);
+static_assert(takes<ParsedImportArgument, 120>);
+static_assert(takes<ImportEntry, 104>);
+static_assert(takes<ParsedImportEntry, 112>);
+
+#endif
+
+// The members of entries are private. A short text lies within its string, and the string where the
+// member is, so the views tell the order of the members.
+template <typename Entry>
+bool isWithinMember(Entry const& entry, std::u16string_view view, std::size_t offset) {
+    auto const* const member = reinterpret_cast<char const*>(&entry) + offset;
+    auto const* const address = reinterpret_cast<char const*>(view.data());
+    return address >= member && address < member + text;
+}
+
+TEST(Layout, OfAFullyQualifiedEntryIsNameRawArgumentRoot) {
+    FullyQualifiedImportEntry const entry(FullyQualifiedImportArgument{u"a", u"b", u"a.b", {}});
+    EXPECT_TRUE(isWithinMember(entry, entry.getIntroducedName(), 0));
+    EXPECT_TRUE(isWithinMember(entry, entry.getRawArgument(), text));
+    EXPECT_TRUE(isWithinMember(entry, entry.getRootElement(), 2 * text));
+}
+
+TEST(Layout, OfAWildcardEntryIsRawArgumentRoot) {
+    WildcardImportEntry const entry(WildcardImportArgument{u"a", u"a.*", {}});
+    EXPECT_TRUE(isWithinMember(entry, entry.getRawArgument(), 0));
+    EXPECT_TRUE(isWithinMember(entry, entry.getRootElement(), text));
+}
+
+TEST(Layout, OfAPackageEntryIsSpecifierName) {
+    PackageImportEntry const entry(PackageNameImportArgument{u"p"});
+    EXPECT_EQ(static_cast<void const*>(&entry.getPackageSpecifier()), &entry);
+    EXPECT_TRUE(isWithinMember(entry, entry.getIntroducedName(), sizeof(PackageSpecifier)));
+}
+
+TEST(Layout, OfAnInvalidEntryIsItsHolder) {
+    InvalidImportEntry const entry(BaseMsgID{});
+    EXPECT_EQ(static_cast<void const*>(&entry.getMsgHolder()), &entry);
+}
+
+TEST(Layout, OfAFoundEntryIsReferenceOrigin) {
+    PackageImportEntry const entry(PackageNameImportArgument{u"p"});
+    FoundImportEntry const found{entry, EntryOrigin::Ancestor};
+    EXPECT_EQ(reinterpret_cast<char const*>(&found.origin) - reinterpret_cast<char const*>(&found),
+              sizeof(void*));
+}
+
+} // namespace
+} // namespace lf::import
