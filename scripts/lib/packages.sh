@@ -20,7 +20,7 @@ test_packages=(
     "pkgconf             pkg-config"
     "clang-19            clang++-19"
     "libc++-19-dev       /usr/lib/llvm-19/include/c++/v1/version"
-    "libc++abi-19-dev    /usr/lib/llvm-19/include/c++/v1/cxxabi.h"
+    "libc++abi-19-dev    /usr/lib/llvm-19/lib/libc++abi.so"
 )
 
 abi_packages=(
