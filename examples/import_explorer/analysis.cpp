@@ -2,7 +2,10 @@
 #include <import_explorer/analysis.hpp>
 
 #include <import_explorer/message_catalogue.hpp>
+#include <import_explorer/scope_lists.hpp>
+#include <import_explorer/spelling.hpp>
 #include <import_explorer/syntax_tree.hpp>
+#include <import_explorer/utf8.hpp>
 
 #include <import/import.hpp>
 
@@ -26,18 +29,36 @@ std::string render(Entry const& entry) {
 }
 
 AnalysedEntry describe(lf::import::FullyQualifiedImportEntry const& entry) {
-    return {EntryKind::Name, render(entry), ustring_to_utf8(entry.getIntroducedName()),
-            ustring_to_utf8(entry.getRootElement()), 0};
+    return {EntryKind::Name,
+            render(entry),
+            ustring_to_utf8(entry.getIntroducedName()),
+            ustring_to_utf8(entry.getRootElement()),
+            0,
+            EntryOutcome::Parsed,
+            {},
+            false};
 }
 
 AnalysedEntry describe(lf::import::WildcardImportEntry const& entry) {
-    return {EntryKind::Wildcard, render(entry), std::nullopt,
-            ustring_to_utf8(entry.getRootElement()), 0};
+    return {EntryKind::Wildcard,
+            render(entry),
+            std::nullopt,
+            ustring_to_utf8(entry.getRootElement()),
+            0,
+            EntryOutcome::Parsed,
+            {},
+            false};
 }
 
 AnalysedEntry describe(lf::import::PackageImportEntry const& entry) {
-    return {EntryKind::Package, render(entry), ustring_to_utf8(entry.getIntroducedName()),
-            std::nullopt, 0};
+    return {EntryKind::Package,
+            render(entry),
+            ustring_to_utf8(entry.getIntroducedName()),
+            std::nullopt,
+            0,
+            EntryOutcome::Parsed,
+            {},
+            false};
 }
 
 struct ToUtf8 {
@@ -49,49 +70,192 @@ struct ToUtf8 {
 };
 
 Diagnostic describe(resource_core::BaseMsgID const& message) {
-    Diagnostic diagnostic{
-        lf::import::severityOf(message.key), message.key, wordsFor(message.key), {}, {}, {}, {}};
+    Diagnostic diagnostic{lf::import::severityOf(message.key),
+                          message.key,
+                          wordsFor(message.key),
+                          {},
+                          {},
+                          {},
+                          {},
+                          {}};
     for (resource_core::MsgArgument const& argument : message.arguments) {
         diagnostic.arguments.push_back(std::visit(ToUtf8(), argument));
     }
     return diagnostic;
 }
 
-/// Collects what becomes of a file's commands, one after the other.
+std::vector<AnalysedScope> describe(std::vector<Scope>&& scopes) {
+    std::vector<AnalysedScope> result;
+    result.reserve(scopes.size());
+    for (Scope& scope : scopes) {
+        std::size_t const level = scope.parent ? result.at(*scope.parent).level + 1 : 0;
+        result.push_back({std::move(scope), level, {}, {}});
+    }
+    return result;
+}
+
+std::string_view firstElementOf(std::string_view name) {
+    return name.substr(0, name.find('.'));
+}
+
+/// Collects what becomes of a file's statements, one after the other.
 class Analysis {
   public:
-    explicit Analysis(AnalysedFile& target, lf::import::Behavior chosen)
-        : file(target), behavior(chosen) {}
+    /// \param lists where the entries go, or null.
+    Analysis(AnalysedFile& target, ScopeLists* scopeLists, lf::import::Behavior chosen)
+        : file(target), lists(scopeLists), behavior(chosen) {}
 
     void operator()(ImportCommand&& command) {
         SyntaxTree tree;
         auto const parser = lf::import::createImportArgumentParser(tree.add(command), behavior);
         file.commands.push_back({std::move(command), {}});
-        for (lf::import::ParsedImportEntry const& parsed : parser->parse()) {
-            std::visit([this](auto const& result) { add(result.first, result.second); }, parsed);
+        for (lf::import::ParsedImportEntry& parsed : parser->parse()) {
+            std::visit([this](auto& result) { add(std::move(result.first), result.second); },
+                       parsed);
         }
     }
 
-    void operator()(UseOfName&&) const noexcept {}
+    void operator()(UseOfName&& use) {
+        if (lists == nullptr) {
+            return;
+        }
+        AnalysedUse analysed{std::move(use), {}, {}, {}, {}};
+        lookUp(analysed);
+        if (analysed.isUnknown()) {
+            analysed.suggestion = suggest(analysed);
+            reportUnknownName(analysed);
+        }
+        file.uses.push_back(std::move(analysed));
+    }
 
   private:
     template <typename Entry>
-    void add(Entry const& entry, std::size_t argument) {
-        file.commands.back().entries.push_back(describe(entry));
-        file.commands.back().entries.back().argument = argument;
+    void add(Entry&& entry, std::size_t argument) {
+        std::vector<AnalysedEntry>& entries = file.commands.back().entries;
+        entries.push_back(describe(entry));
+        entries.back().argument = argument;
+        if (lists != nullptr) {
+            addToList(std::forward<Entry>(entry));
+        }
     }
 
-    void add(lf::import::InvalidImportEntry const& entry, std::size_t argument) {
-        Diagnostic diagnostic = describe(entry.getMsgHolder().getMsgID());
+    void add(lf::import::InvalidImportEntry&& entry, std::size_t argument) {
+        report(entry.getMsgHolder(), argument, std::nullopt);
+    }
+
+    void addToList(lf::import::ImportEntry&& entry) {
+        AnalysedCommand& analysed = file.commands.back();
+        AnalysedEntry& described = analysed.entries.back();
+        EntryReference const reference{file.commands.size() - 1, analysed.entries.size() - 1};
+        Addition const addition = lists->add(analysed.command.scope, std::move(entry),
+                                             analysed.command.isDynamic, reference);
+        described.outcome = addition.outcome;
+        described.earlier = addition.earlier;
+        if (addition.outcome == EntryOutcome::Added) {
+            file.scopes.at(analysed.command.scope).entries.push_back(reference);
+        }
+        if (addition.refusal) {
+            report(*addition.refusal, described.argument, addition.earlier);
+        }
+    }
+
+    void report(resource_core::GenericMsgIDHolder const& message, std::size_t argument,
+                std::optional<EntryReference> const& conflict) {
+        Diagnostic diagnostic = describe(message.getMsgID());
         diagnostic.command = file.commands.size() - 1;
         diagnostic.argument = argument;
         diagnostic.range = file.commands.back().command.arguments.at(argument).range;
+        if (conflict) {
+            diagnostic.note =
+                Note{"conflicts with '{1}'", {file.at(*conflict).text}, file.rangeOf(*conflict)};
+        }
+        file.diagnostics.push_back(std::move(diagnostic));
+    }
+
+    void lookUp(AnalysedUse& analysed) {
+        UseOfName const& use = analysed.use;
+        for (std::string_view const name :
+             {std::string_view(use.name.text), firstElementOf(use.name.text)}) {
+            analysed.name = name;
+            analysed.imports = lists->find(use.scope, toUtf16(name));
+            if (!analysed.imports.empty()) {
+                break;
+            }
+        }
+        for (EntryReference const& reference : analysed.imports) {
+            markUsed(reference);
+        }
+        if (analysed.imports.empty() && !analysed.isDotted()) {
+            for (EntryReference const& reference : lists->visibleWildcards(use.scope)) {
+                markUsed(reference);
+                analysed.wildcards.add(reference);
+            }
+        }
+    }
+
+    void markUsed(EntryReference const& reference) {
+        file.commands.at(reference.command).entries.at(reference.entry).isUsed = true;
+    }
+
+    std::optional<EntryReference> suggest(AnalysedUse const& analysed) const {
+        std::vector<VisibleName> const visible =
+            lists->visibleNames(analysed.use.scope, mostComparedNames);
+        std::vector<std::u16string_view> names;
+        for (VisibleName const& candidate : visible) {
+            names.push_back(candidate.name);
+        }
+        auto const nearest = findNearestSpelling(toUtf16(analysed.name), names);
+        return nearest ? std::optional(visible.at(*nearest).entry) : std::nullopt;
+    }
+
+    void reportUnknownName(AnalysedUse const& analysed) {
+        Diagnostic diagnostic;
+        diagnostic.words = "unknown name '{1}'";
+        diagnostic.arguments = {analysed.name};
+        diagnostic.range = analysed.use.name.range;
+        if (analysed.suggestion) {
+            std::string const meant = file.at(*analysed.suggestion).introducedName.value();
+            diagnostic.words = "unknown name '{1}'; did you mean '{2}'?";
+            diagnostic.arguments.push_back(meant);
+            diagnostic.note =
+                Note{"'{1}' is imported here", {meant}, file.rangeOf(*analysed.suggestion)};
+        }
         file.diagnostics.push_back(std::move(diagnostic));
     }
 
     AnalysedFile& file;
+    ScopeLists* lists;
     lf::import::Behavior behavior;
 };
+
+std::vector<Diagnostic> findUnusedImports(AnalysedFile const& file) {
+    std::vector<Diagnostic> warnings;
+    for (std::size_t command = 0; command < file.commands.size(); ++command) {
+        AnalysedCommand const& analysed = file.commands[command];
+        for (AnalysedEntry const& entry : analysed.entries) {
+            if (entry.outcome != EntryOutcome::Added || entry.isUsed) {
+                continue;
+            }
+            warnings.push_back({lf::import::Severity::Warning,
+                                {},
+                                "no 'use' reaches the import of '{1}'",
+                                {entry.text},
+                                analysed.command.arguments.at(entry.argument).range,
+                                command,
+                                entry.argument,
+                                {}});
+        }
+    }
+    return warnings;
+}
+
+void viewScopes(AnalysedFile& file, ScopeLists const& lists) {
+    for (ScopeIndex scope = 0; scope < file.scopes.size(); ++scope) {
+        if (file.scopes[scope].level <= deepestViewedLevel) {
+            file.scopes[scope].view = lists.view(scope);
+        }
+    }
+}
 
 } // namespace
 
@@ -107,14 +271,38 @@ std::string_view toText(EntryKind kind) noexcept {
     return {};
 }
 
-AnalysedFile analyse(SourceFile source, SourceSyntax syntax, lf::import::Behavior behavior) {
-    Script script = readScript(source, syntax);
-    AnalysedFile file{std::move(source), {}, {}};
-    Analysis analysis(file, behavior);
+std::string_view toText(EntryOutcome outcome) noexcept {
+    switch (outcome) {
+    case EntryOutcome::Parsed:
+        return "parsed";
+    case EntryOutcome::Added:
+        return "added";
+    case EntryOutcome::Repeated:
+        return "repeated";
+    case EntryOutcome::Refused:
+        return "refused";
+    }
+    return {};
+}
+
+AnalysedFile analyse(SourceFile source, AnalysisOptions const& options) {
+    Script script = readScript(source, options.syntax);
+    std::optional<ScopeLists> lists;
+    if (options.syntax == SourceSyntax::Script) {
+        lists.emplace(script.scopes);
+    }
+    AnalysedFile file{std::move(source), describe(std::move(script.scopes)), {}, {}, {}};
+    Analysis analysis(file, lists ? &*lists : nullptr, options.behavior);
     for (Statement& statement : script.statements) {
         std::visit([&](auto& what) { analysis(std::move(what)); }, statement);
     }
     file.diagnostics = mergeInSourceOrder(std::move(script.problems), std::move(file.diagnostics));
+    if (options.warnsOfUnusedImports) {
+        file.diagnostics = mergeInSourceOrder(std::move(file.diagnostics), findUnusedImports(file));
+    }
+    if (lists && options.viewsScopes) {
+        viewScopes(file, *lists);
+    }
     return file;
 }
 

@@ -2,8 +2,9 @@
 #pragma once
 
 /// \file
-/// What the library makes of the import commands of a source file.
+/// What the library makes of the imports of a source file.
 
+#include <import_explorer/capped.hpp>
 #include <import_explorer/diagnostic.hpp>
 #include <import_explorer/script_reader.hpp>
 #include <import_explorer/source_file.hpp>
@@ -30,6 +31,31 @@ enum class EntryKind {
 /// `name`, `wildcard`, `package`
 std::string_view toText(EntryKind kind) noexcept;
 
+/// What became of an entry.
+enum class EntryOutcome {
+    /// It was for no scope's list.
+    Parsed,
+    /// The list of its scope has it.
+    Added,
+    /// The list had it already, from an earlier import.
+    Repeated,
+    /// It conflicts with an earlier import.
+    Refused,
+};
+
+/// `parsed`, `added`, `repeated`, `refused`
+std::string_view toText(EntryOutcome outcome) noexcept;
+
+/// Names an entry of a file.
+struct EntryReference {
+    /// Position in AnalysedFile::commands.
+    std::size_t command = 0;
+    /// Position in AnalysedCommand::entries.
+    std::size_t entry = 0;
+
+    friend bool operator==(EntryReference const&, EntryReference const&) = default;
+};
+
 /// One import, in UTF-8.
 struct AnalysedEntry {
     EntryKind kind = EntryKind::Name;
@@ -41,6 +67,11 @@ struct AnalysedEntry {
     std::optional<std::string> rootElement;
     /// The argument that it comes from, counted from 0.
     std::size_t argument = 0;
+    EntryOutcome outcome = EntryOutcome::Parsed;
+    /// The one that it repeats or conflicts with.
+    std::optional<EntryReference> earlier;
+    /// Whether some use of a name reaches it.
+    bool isUsed = false;
 };
 
 /// A command with what it imports: nothing when it is in error or has no arguments that count.
@@ -49,16 +80,89 @@ struct AnalysedCommand {
     std::vector<AnalysedEntry> entries;
 };
 
+/// What a name is where it is used, by the imports before it.
+struct AnalysedUse {
+    UseOfName use;
+    /// What was looked up: the name or, of a dotted name that no import introduces, its first
+    /// element.
+    std::string name;
+    /// What introduces the name, the nearest first: at most one package and one fully qualified
+    /// name.
+    std::vector<EntryReference> imports;
+    /// Where nothing introduces it: the wildcards that may supply it, outward.
+    Capped<EntryReference> wildcards;
+    /// For a name that is found nowhere: what introduces the most similar name.
+    std::optional<EntryReference> suggestion;
+
+    /// A dotted name whose first element nothing introduces stands for itself.
+    bool isDotted() const { return use.name.text.find('.') != std::string::npos; }
+
+    bool isUnknown() const { return imports.empty() && wildcards.listed.empty() && !isDotted(); }
+};
+
+/// An entry of an enclosing scope that cannot be seen any more.
+struct HiddenEntry {
+    EntryReference entry;
+    /// What hides it.
+    EntryReference by;
+};
+
+/// What a scope sees of the scopes around it when the whole file has been read.
+struct ScopeView {
+    /// Outward: packages, then names, then wildcards.
+    Capped<EntryReference> inherited;
+    /// What its parent sees and itself hides.
+    Capped<HiddenEntry> hidden;
+};
+
+/// The number of scopes around the scopes that still get a ScopeView.
+inline constexpr std::size_t deepestViewedLevel = 64;
+
+struct AnalysedScope {
+    Scope scope;
+    /// The number of scopes around it.
+    std::size_t level = 0;
+    /// The entries of its list, in source order.
+    std::vector<EntryReference> entries;
+    /// Where it was asked for, down to the deepest level that gets one.
+    std::optional<ScopeView> view;
+};
+
 /// All that is to be said about one file.
 struct AnalysedFile {
     SourceFile source;
+    /// The whole file first; every scope directly behind its parent or a scope within that.
+    std::vector<AnalysedScope> scopes;
     /// In source order.
     std::vector<AnalysedCommand> commands;
-    /// Of the script and of its commands, in source order.
+    /// In source order.
+    std::vector<AnalysedUse> uses;
+    /// Of the script, its commands and its uses, in source order.
     std::vector<Diagnostic> diagnostics;
+
+    AnalysedEntry const& at(EntryReference const& reference) const {
+        return commands.at(reference.command).entries.at(reference.entry);
+    }
+
+    /// The argument from which an entry comes.
+    SourceRange const& rangeOf(EntryReference const& reference) const {
+        return commands.at(reference.command).command.arguments.at(at(reference).argument).range;
+    }
 };
 
-/// Reads \p source and parses its commands.
-AnalysedFile analyse(SourceFile source, SourceSyntax syntax, lf::import::Behavior behavior);
+/// How a file is analysed.
+struct AnalysisOptions {
+    /// Lines are parsed only: they need not belong together, so they are no one's scope.
+    SourceSyntax syntax = SourceSyntax::Script;
+    lf::import::Behavior behavior = lf::import::Behavior::FollowFeatureSwitch;
+    /// Whether scopes get a view.
+    bool viewsScopes = false;
+    /// Whether imports that no use reaches are worth a warning.
+    bool warnsOfUnusedImports = false;
+};
+
+/// Reads \p source, parses its commands, puts what they import into the lists of their scopes, and
+/// looks the used names up.
+AnalysedFile analyse(SourceFile source, AnalysisOptions const& options);
 
 } // namespace explorer

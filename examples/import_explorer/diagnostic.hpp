@@ -16,10 +16,18 @@
 
 namespace explorer {
 
+/// Points at another place that a problem is about.
+struct Note {
+    /// As those of a diagnostic.
+    std::string_view words;
+    std::vector<std::string> arguments;
+    SourceRange range;
+};
+
 /// A problem with the text that tells it.
 struct Diagnostic {
     lf::import::Severity severity = lf::import::Severity::Error;
-    /// The library's message key; empty for a problem with the script itself.
+    /// The library's message key; empty for a problem of the explorer's own finding.
     std::string key;
     /// The text, with places `{1}`, `{2}` for the arguments.
     std::string_view words;
@@ -31,6 +39,7 @@ struct Diagnostic {
     std::optional<std::size_t> command;
     /// The argument of that command.
     std::optional<std::size_t> argument;
+    std::optional<Note> note;
 };
 
 /// The diagnostics of both, in source order, those of \p first before others at the same place.

@@ -41,11 +41,13 @@ std::unique_ptr<IReport> makeReport(Options const& options, Output const& output
         bool const packageImports = options.behavior == Behavior::FollowFeatureSwitch
                                         ? lf::features::isPackageImportsFeatureOn()
                                         : options.behavior == Behavior::WithPackageImports;
-        return createJsonReport(packageImports);
+        return createJsonReport(packageImports, options.showsScopes ? ScopeDetail::ImportsAndView
+                                                                    : ScopeDetail::Imports);
     }
-    return std::make_unique<TextReport>(Style(isColourWanted(output)), options.isQuiet
-                                                                           ? Detail::DiagnosticsOnly
-                                                                           : Detail::Everything);
+    return std::make_unique<TextReport>(
+        Style(isColourWanted(output)),
+        options.isQuiet ? Detail::DiagnosticsOnly : Detail::Everything,
+        options.showsScopes ? ScopeDrawing::Drawn : ScopeDrawing::Omitted);
 }
 
 std::variant<SourceFile, LoadFailure> load(FoundFile const& found) {
@@ -91,8 +93,9 @@ class Run {
             summary.count(*failure);
             return report->add(*failure);
         }
-        AnalysedFile const file =
-            analyse(std::move(std::get<SourceFile>(loaded)), options.syntax, options.behavior);
+        AnalysedFile const file = analyse(
+            std::move(std::get<SourceFile>(loaded)),
+            {options.syntax, options.behavior, options.showsScopes, options.showsUnusedImports});
         summary.count(file);
         return report->add(file);
     }

@@ -19,6 +19,7 @@ constexpr char const* footer = R"(Example:
   scope drawing {
       import shapes.circle shapes.colours.*
       import renderer@^1.2 as r
+      use circle
   }
   $ import_explorer hello.import
 
@@ -62,9 +63,16 @@ std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
         ->check(CLI::IsMember({"on", "off"}))
         ->take_last()
         ->capture_default_str();
+    CLI::Option* const scopes =
+        app.add_flag("--scopes", options.showsScopes,
+                     "Show what each scope imports, inherits and hides, as of the end of the file");
+    CLI::Option* const unused = app.add_flag("--unused", options.showsUnusedImports,
+                                             "Warn of imports that no 'use' reaches");
     app.add_flag("--lines", readsLines,
                  "Read any text: each line that begins with the word 'import' is a command, "
-                 "and\nof folders all files are read");
+                 "and\nof folders all files are read; commands are parsed only")
+        ->excludes(scopes)
+        ->excludes(unused);
     app.add_flag("--json", writesJson, "Write one JSON document instead of text");
     app.add_flag("--quiet", options.isQuiet, "Write diagnostics and the summary only");
 

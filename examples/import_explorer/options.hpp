@@ -37,6 +37,8 @@ struct Options {
     SourceSyntax syntax = SourceSyntax::Script;
     ReportFormat format = ReportFormat::Text;
     bool isQuiet = false;
+    bool showsScopes = false;
+    bool showsUnusedImports = false;
 };
 
 /// What is to be done instead of a run.

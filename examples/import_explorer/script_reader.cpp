@@ -330,7 +330,7 @@ class ScriptReader {
     bool report(SourceRange const& range, std::string_view words,
                 std::vector<std::string> arguments = {}) {
         script.problems.push_back(
-            {lf::import::Severity::Error, {}, words, std::move(arguments), range, {}, {}});
+            {lf::import::Severity::Error, {}, words, std::move(arguments), range, {}, {}, {}});
         return false;
     }
 

@@ -15,6 +15,8 @@ constexpr std::string_view sequenceFor(Role role) noexcept {
         return "\x1b[1;31m";
     case Role::Warning:
         return "\x1b[1;35m";
+    case Role::Note:
+        return "\x1b[1;34m";
     case Role::Kind:
         return "\x1b[36m";
     }

@@ -18,6 +18,7 @@ enum class Role : std::uint8_t {
     Faint,
     Error,
     Warning,
+    Note,
     /// The kind of an entry.
     Kind,
 };

@@ -6,8 +6,12 @@ namespace explorer {
 void Summary::count(AnalysedFile const& file) {
     ++files;
     commands += file.commands.size();
+    uses += file.uses.size();
     for (AnalysedCommand const& command : file.commands) {
         for (AnalysedEntry const& entry : command.entries) {
+            if (entry.outcome == EntryOutcome::Refused) {
+                continue;
+            }
             switch (entry.kind) {
             case EntryKind::Name:
                 ++names;

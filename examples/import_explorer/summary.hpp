@@ -14,6 +14,8 @@ namespace explorer {
 struct Summary {
     std::size_t files = 0;
     std::size_t commands = 0;
+    std::size_t uses = 0;
+    // Entries, refused ones not counted.
     std::size_t names = 0;
     std::size_t wildcards = 0;
     std::size_t packages = 0;

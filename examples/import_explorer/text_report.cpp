@@ -4,6 +4,8 @@
 #include <import_explorer/caret.hpp>
 #include <import_explorer/display_width.hpp>
 #include <import_explorer/message_catalogue.hpp>
+#include <import_explorer/scope_tree.hpp>
+#include <import_explorer/table.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -21,16 +23,13 @@ namespace {
 
 constexpr std::size_t widthOfCommands = 100;
 constexpr std::size_t widthOfArguments = 60;
-constexpr std::size_t widthOfCells = 40;
-constexpr std::size_t widthOfKinds = std::string_view("wildcard").size();
 
 std::string nameForDisplay(std::string const& fileName) {
     return displayText(fileName, std::numeric_limits<std::size_t>::max()).text;
 }
 
-std::string toText(std::size_t number, std::size_t width) {
-    std::string digits = std::to_string(number);
-    return digits.insert(0, width - std::min(width, digits.size()), ' ');
+std::string alignRight(std::string text, std::size_t width) {
+    return text.insert(0, width - std::min(width, text.size()), ' ');
 }
 
 /// `1 error`, `2 errors`
@@ -38,12 +37,11 @@ std::string countOf(std::size_t number, std::string_view singular, std::string_v
     return std::to_string(number).append(" ").append(number == 1 ? singular : plural);
 }
 
-std::string wordsOf(Diagnostic const& diagnostic) {
-    std::vector<std::string> arguments;
-    for (std::string const& argument : diagnostic.arguments) {
-        arguments.push_back(displayText(argument, widthOfArguments).text);
+std::string fill(std::string_view words, std::vector<std::string> arguments) {
+    for (std::string& argument : arguments) {
+        argument = displayText(argument, widthOfArguments).text;
     }
-    return fillPlaces(diagnostic.words, arguments);
+    return fillPlaces(words, arguments);
 }
 
 std::string withoutTrailingSpaces(std::string line) {
@@ -57,33 +55,16 @@ std::string withoutTabs(std::string_view text) {
     return result;
 }
 
-std::string pad(DisplayedText const& cell, std::size_t width) {
-    return cell.text + std::string(width - std::min(width, cell.width), ' ');
+Cell labelledCell(std::string_view label, std::optional<std::string> const& text) {
+    return text ? makeCell(*text, std::nullopt, label) : Cell{};
 }
 
-DisplayedText labelled(std::string const& label, std::optional<std::string> const& text) {
-    if (!text) {
-        return {};
-    }
-    DisplayedText const shown = displayText(*text, widthOfCells);
-    return {label + shown.text, label.size() + shown.width};
+/// Wide enough for every kind, so that the blocks of a file are alike.
+Cell kindCell(EntryKind kind) {
+    std::string text(toText(kind));
+    text.resize(toText(EntryKind::Wildcard).size(), ' ');
+    return makeCell(text, Role::Kind);
 }
-
-/// What stands in the columns of an entry, in their order.
-struct EntryRow {
-    std::string position;
-    DisplayedText kind;
-    DisplayedText text;
-    DisplayedText introducedName;
-    DisplayedText rootElement;
-
-    explicit EntryRow(AnalysedEntry const& entry)
-        : position("[" + std::to_string(entry.argument) + "]"),
-          kind(displayText(toText(entry.kind), widthOfKinds)),
-          text(displayText(entry.text, widthOfCells)),
-          introducedName(labelled("introduces ", entry.introducedName)),
-          rootElement(labelled("root ", entry.rootElement)) {}
-};
 
 /// Writes the blocks of one file, which share their margin.
 class FileReport {
@@ -97,18 +78,18 @@ class FileReport {
           diagnostic(analysedFile.diagnostics.begin()) {}
 
     std::string writeEverything() && {
-        if (file.commands.empty() && file.diagnostics.empty()) {
+        if (file.commands.empty() && file.uses.empty() && file.diagnostics.empty()) {
             return {};
         }
         report = style.apply(Role::Strong, name) + "\n";
-        for (std::size_t index = 0; index < file.commands.size(); ++index) {
-            AnalysedCommand const& analysed = file.commands[index];
-            writeDiagnosticsBefore(analysed.command.range.begin);
-            bool const isRefused = analysed.entries.empty() && isAboutCommand(index);
-            if (!isRefused) {
-                write(analysed);
+        auto use = file.uses.begin();
+        for (AnalysedCommand const& analysed : file.commands) {
+            for (; use != file.uses.end() && isBefore(*use, analysed); ++use) {
+                write(*use);
             }
+            write(analysed);
         }
+        std::for_each(use, file.uses.end(), [this](AnalysedUse const& later) { write(later); });
         writeDiagnosticsBefore(std::numeric_limits<std::size_t>::max());
         return std::move(report) + "\n";
     }
@@ -119,8 +100,19 @@ class FileReport {
     }
 
   private:
-    bool isAboutCommand(std::size_t index) const {
-        return diagnostic != file.diagnostics.end() && diagnostic->command == index;
+    static bool isBefore(AnalysedUse const& use, AnalysedCommand const& analysed) {
+        return use.use.name.range.begin < analysed.command.range.begin;
+    }
+
+    /// Of a command that came to nothing, its diagnostics say it all.
+    bool isRefused(AnalysedCommand const& analysed) const {
+        if (analysed.entries.empty()) {
+            auto const index = static_cast<std::size_t>(&analysed - file.commands.data());
+            return diagnostic != file.diagnostics.end() && diagnostic->command == index;
+        }
+        return std::all_of(
+            analysed.entries.begin(), analysed.entries.end(),
+            [](AnalysedEntry const& entry) { return entry.outcome == EntryOutcome::Refused; });
     }
 
     void writeDiagnosticsBefore(std::size_t offset) {
@@ -132,52 +124,120 @@ class FileReport {
 
     void write(AnalysedCommand const& analysed) {
         SourceRange const& range = analysed.command.range;
-        std::string_view const text =
-            file.source.line(range.line)
-                .substr(range.begin - file.source.lineBegin(range.line), range.end - range.begin);
-        writeLine(toText(range.line, marginWidth),
-                  displayText(withoutTabs(text), widthOfCommands).text);
+        writeDiagnosticsBefore(range.begin);
+        if (isRefused(analysed)) {
+            return;
+        }
+        writeStatement(range.line, textOf(range));
         if (analysed.entries.empty()) {
             writeLine({}, style.apply(Role::Faint, "  nothing to import"));
         }
-        write(analysed.entries);
+        std::vector<Row> rows;
+        for (AnalysedEntry const& entry : analysed.entries) {
+            rows.push_back({makeCell("[" + std::to_string(entry.argument) + "]", Role::Faint),
+                            kindCell(entry.kind), makeCell(entry.text),
+                            labelledCell("introduces ", entry.introducedName),
+                            labelledCell("root ", entry.rootElement),
+                            makeCell(describeOutcome(entry), Role::Faint)});
+        }
+        writeRows(rows);
     }
 
-    void write(std::vector<AnalysedEntry> const& entries) {
-        std::vector<EntryRow> const rows(entries.begin(), entries.end());
-        std::size_t textWidth = 0;
-        std::size_t nameWidth = 0;
-        for (EntryRow const& row : rows) {
-            textWidth = std::max(textWidth, row.text.width);
-            nameWidth = std::max(nameWidth, row.introducedName.width);
+    /// Nothing for an entry that is simply added.
+    std::string describeOutcome(AnalysedEntry const& entry) const {
+        switch (entry.outcome) {
+        case EntryOutcome::Repeated:
+            return "repeats line " + std::to_string(file.rangeOf(entry.earlier.value()).line);
+        case EntryOutcome::Refused:
+            return "refused";
+        case EntryOutcome::Parsed:
+        case EntryOutcome::Added:
+            break;
         }
-        for (EntryRow const& row : rows) {
-            writeLine({}, "  " + style.apply(Role::Faint, row.position) + " " +
-                              style.apply(Role::Kind, pad(row.kind, widthOfKinds)) + "  " +
-                              pad(row.text, textWidth) + "  " + pad(row.introducedName, nameWidth) +
-                              "  " + row.rootElement.text);
+        return {};
+    }
+
+    void write(AnalysedUse const& analysed) {
+        SourceRange const& range = analysed.use.name.range;
+        writeDiagnosticsBefore(range.begin);
+        if (analysed.isUnknown()) {
+            return;
+        }
+        writeStatement(range.line, "use " + std::string(textOf(range)));
+        std::vector<Row> rows;
+        bool const isWhole = analysed.name == analysed.use.name.text;
+        std::string const subject = isWhole ? "" : analysed.name + " ";
+        for (EntryReference const& entry : analysed.imports) {
+            rows.push_back(makeAnswer(subject + (rows.empty() ? "is" : "also"), entry));
+        }
+        for (EntryReference const& entry : analysed.wildcards.listed) {
+            rows.push_back(makeAnswer("maybe", entry));
+        }
+        writeRows(rows);
+        if (analysed.wildcards.omitted > 0) {
+            writeLine({}, style.apply(Role::Faint, "  maybe  one of " +
+                                                       std::to_string(analysed.wildcards.omitted) +
+                                                       " more"));
+        }
+        if (rows.empty()) {
+            writeLine({}, style.apply(Role::Faint, "  written in full: needs no import"));
+        }
+    }
+
+    Row makeAnswer(std::string_view answer, EntryReference const& reference) const {
+        AnalysedEntry const& entry = file.at(reference);
+        return {makeCell(answer, Role::Faint), kindCell(entry.kind), makeCell(entry.text),
+                makeCell(placeOf(file, reference), Role::Faint)};
+    }
+
+    std::string_view textOf(SourceRange const& range) const {
+        return file.source.line(range.line)
+            .substr(range.begin - file.source.lineBegin(range.line), range.end - range.begin);
+    }
+
+    void writeStatement(std::size_t line, std::string_view text) {
+        writeLine(std::to_string(line), displayText(withoutTabs(text), widthOfCommands).text);
+    }
+
+    void writeRows(std::vector<Row> const& rows) {
+        for (std::string const& line : layOut(rows, style)) {
+            writeLine({}, "  " + line);
         }
     }
 
     void write(Diagnostic const& what) {
-        SourceRange const& range = what.range;
         bool const isError = what.severity == lf::import::Severity::Error;
+        Role const role = isError ? Role::Error : Role::Warning;
+        std::string words = style.apply(Role::Strong, fill(what.words, what.arguments));
+        if (!what.key.empty()) {
+            words += " [" + what.key + "]";
+        }
+        writeMessage(what.range, style.apply(role, isError ? "error:" : "warning:"), words);
+        writeExcerpt(what.range, role);
+        if (what.note) {
+            writeMessage(what.note->range, style.apply(Role::Note, "note:"),
+                         fill(what.note->words, what.note->arguments));
+            writeExcerpt(what.note->range, Role::Note);
+        }
+    }
+
+    void writeMessage(SourceRange const& range, std::string const& severity,
+                      std::string const& words) {
         std::string const place =
             name + ":" + std::to_string(range.line) + ":" + std::to_string(range.column) + ":";
-        report += style.apply(Role::Strong, place) + " " +
-                  (isError ? style.apply(Role::Error, "error:")
-                           : style.apply(Role::Warning, "warning:")) +
-                  " " + style.apply(Role::Strong, wordsOf(what)) +
-                  (what.key.empty() ? "" : " [" + what.key + "]") + "\n";
+        report += style.apply(Role::Strong, place) + " " + severity + " " + words + "\n";
+    }
+
+    void writeExcerpt(SourceRange const& range, Role role) {
         std::size_t const lineBegin = file.source.lineBegin(range.line);
         Excerpt const excerpt = makeExcerpt(file.source.line(range.line), range.begin - lineBegin,
                                             range.end - lineBegin);
-        writeLine(toText(range.line, marginWidth), excerpt.source);
-        writeLine({}, style.apply(isError ? Role::Error : Role::Warning, excerpt.caret));
+        writeLine(std::to_string(range.line), excerpt.source);
+        writeLine({}, style.apply(role, excerpt.caret));
     }
 
     void writeLine(std::string const& margin, std::string const& text) {
-        report += style.apply(Role::Faint, pad({margin, margin.size()}, marginWidth) + " |");
+        report += style.apply(Role::Faint, alignRight(margin, marginWidth) + " |");
         report += withoutTrailingSpaces(" " + text) + "\n";
     }
 
@@ -199,8 +259,12 @@ std::string inSeconds(std::chrono::duration<double> time) {
 
 std::string TextReport::add(AnalysedFile const& file) {
     FileReport report(file, style);
-    return detail == Detail::Everything ? std::move(report).writeEverything()
-                                        : std::move(report).writeDiagnostics();
+    std::string text = detail == Detail::Everything ? std::move(report).writeEverything()
+                                                    : std::move(report).writeDiagnostics();
+    if (scopeDrawing == ScopeDrawing::Drawn) {
+        text += drawScopes(file, style) + "\n";
+    }
+    return text;
 }
 
 std::string TextReport::add(LoadFailure const& failure) {

@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// The report for people: commands with their entries, diagnostics as compilers show them.
+/// The report for people: commands with their entries, uses of names, diagnostics as compilers show
+/// them.
 
 #include <import_explorer/report.hpp>
 #include <import_explorer/style.hpp>
@@ -15,11 +16,17 @@ enum class Detail {
     DiagnosticsOnly,
 };
 
+/// Whether a report draws the scopes of each file.
+enum class ScopeDrawing {
+    Omitted,
+    Drawn,
+};
+
 /// Writes file by file; a summary line closes the report.
 class TextReport final : public IReport {
   public:
-    TextReport(Style chosenStyle, Detail chosenDetail) noexcept
-        : style(chosenStyle), detail(chosenDetail) {}
+    TextReport(Style chosenStyle, Detail chosenDetail, ScopeDrawing chosenDrawing) noexcept
+        : style(chosenStyle), detail(chosenDetail), scopeDrawing(chosenDrawing) {}
 
     std::string add(AnalysedFile const& file) override;
     std::string add(LoadFailure const& failure) override;
@@ -28,6 +35,7 @@ class TextReport final : public IReport {
   private:
     Style style;
     Detail detail;
+    ScopeDrawing scopeDrawing;
 };
 
 } // namespace explorer

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// The first of many, with the number of those left out.
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace explorer {
+
+/// Lists so few elements that a file cannot make a report grow with the square of its size.
+template <typename Element>
+struct Capped {
+    static constexpr std::size_t limit = 100;
+
+    std::vector<Element> listed;
+    std::size_t omitted = 0;
+
+    void add(Element element) {
+        if (listed.size() < limit) {
+            listed.push_back(std::move(element));
+        } else {
+            ++omitted;
+        }
+    }
+};
+
+} // namespace explorer
