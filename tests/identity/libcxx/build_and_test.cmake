@@ -4,9 +4,9 @@
 find_program(clang clang++-19)
 if(clang)
     set(probe "${BUILD_DIR}/probe.cpp")
-    file(WRITE "${probe}" "#include <version>\n#include <cxxabi.h>\n")
+    file(WRITE "${probe}" "#include <iostream>\nint main() { std::cout.flush(); }\n")
     execute_process(
-        COMMAND "${clang}" -std=c++20 -stdlib=libc++ -fsyntax-only "${probe}"
+        COMMAND "${clang}" -stdlib=libc++ "${probe}" -o "${BUILD_DIR}/probe"
         RESULT_VARIABLE failure OUTPUT_QUIET ERROR_QUIET)
 endif()
 if(NOT clang OR failure)

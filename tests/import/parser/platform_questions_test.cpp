@@ -5,6 +5,7 @@
 
 #include <recording_platform/recorder.hpp>
 #include <recording_platform/recording_tree.hpp>
+#include <support/allocations.hpp>
 #include <support/observed_entries.hpp>
 #include <support/outcomes.hpp>
 #include <support/row_name.hpp>
@@ -350,10 +351,13 @@ TEST_P(ExceptionsOfTheHost, LeaveTheFactoryUnchangedAndEndItsQuestions) {
             failAtPosition(position, thrown);
 
             recorder().log.clear();
+            std::size_t const live = support::countLiveAllocations();
             expectThrown(thrown, [this] { createParser(tree, behavior); });
             EXPECT_EQ(recorder().log,
                       Log(undisturbed.begin(),
                           undisturbed.begin() + static_cast<std::ptrdiff_t>(position) + 1));
+            recorder().log.clear();
+            EXPECT_EQ(support::countLiveAllocations(), live) << "nothing is left behind";
         }
     }
 }
