@@ -26,7 +26,7 @@ template <typename Container>
 class TentativeInsertion {
   public:
     template <typename... Mapped>
-    TentativeInsertion(Container& target, HashedName const& name, Mapped... mapped)
+    TentativeInsertion(Container& target, NameKey const& name, Mapped... mapped)
         : container(target), position(target.find(name)), isPending(position == target.end()) {
         if (isPending) {
             position = container.emplace(std::u16string(name.text), mapped...).first;
@@ -87,7 +87,7 @@ ImportList::Refusal ImportList::add(ImportEntry&& entry, PackageConflictCheck ch
 }
 
 ImportList::Refusal ImportList::checkDynamicPackage(PackageImportEntry const& entry) const {
-    HashedName const name(entry.getIntroducedName());
+    NameKey const name(entry.getIntroducedName());
     if (findOwnPackage(name) != nullptr) {
         return makeMsgHolder<messages::packageRedeclared>(
             RefusedImport(entry.getPackageSpecifier().ToString()));
@@ -102,7 +102,7 @@ ImportList::Refusal ImportList::checkStaticPackage(PackageImportEntry const& ent
     if (auto refusal = checkDynamicPackage(entry)) {
         return refusal;
     }
-    if (rootElements.contains(HashedName(entry.getIntroducedName()))) {
+    if (rootElements.contains(NameKey(entry.getIntroducedName()))) {
         return invalidAbbreviation();
     }
     return std::nullopt;
@@ -114,14 +114,14 @@ ImportList::Refusal ImportList::addPackage(PackageImportEntry&& entry, PackageCo
     }
     makeRoomForOneMore(packageEntries);
     packageIndexByName.emplace(entry.getIntroducedName(), packageEntries.size());
-    packageFilter.add(HashedName(entry.getIntroducedName()));
+    packageFilter.add(NameKey(entry.getIntroducedName()));
     packageEntries.push_back(std::move(entry));
     return std::nullopt;
 }
 
 ImportList::Refusal ImportList::addFullyQualified(FullyQualifiedImportEntry&& entry) {
-    HashedName const rawArgument(entry.getRawArgument());
-    HashedName const introducedName(entry.getIntroducedName());
+    NameKey const rawArgument(entry.getRawArgument());
+    NameKey const introducedName(entry.getIntroducedName());
     if (holdsRawArgument(rawArgument)) {
         return std::nullopt;
     }
@@ -134,7 +134,7 @@ ImportList::Refusal ImportList::addFullyQualified(FullyQualifiedImportEntry&& en
     TentativeInsertion raw(rawArguments, rawArgument);
     TentativeInsertion name(fullyQualifiedIndexByName, introducedName,
                             fullyQualifiedEntries.size());
-    TentativeInsertion root(rootElements, HashedName(entry.getRootElement()));
+    TentativeInsertion root(rootElements, NameKey(entry.getRootElement()));
     makeRoomForOneMore(fullyQualifiedEntries);
     raw.keep();
     name.keep();
@@ -146,7 +146,7 @@ ImportList::Refusal ImportList::addFullyQualified(FullyQualifiedImportEntry&& en
 }
 
 ImportList::Refusal ImportList::addWildcard(WildcardImportEntry&& entry) {
-    HashedName const rawArgument(entry.getRawArgument());
+    NameKey const rawArgument(entry.getRawArgument());
     if (holdsRawArgument(rawArgument)) {
         return std::nullopt;
     }
@@ -154,7 +154,7 @@ ImportList::Refusal ImportList::addWildcard(WildcardImportEntry&& entry) {
         return invalidAbbreviation();
     }
     TentativeInsertion raw(rawArguments, rawArgument);
-    TentativeInsertion root(rootElements, HashedName(entry.getRootElement()));
+    TentativeInsertion root(rootElements, NameKey(entry.getRootElement()));
     makeRoomForOneMore(wildcardEntries);
     raw.keep();
     root.keep();

@@ -38,8 +38,8 @@ class Hiding<FullyQualifiedImportEntry> {
     }
 
   private:
-    HashedName name;
-    HashedName rawArgument;
+    NameKey name;
+    NameKey rawArgument;
 };
 
 template <>
@@ -51,7 +51,7 @@ class Hiding<WildcardImportEntry> {
     bool by(ImportList const& list) const noexcept { return list.holdsRawArgument(rawArgument); }
 
   private:
-    HashedName rawArgument;
+    NameKey rawArgument;
 };
 
 template <>
@@ -64,7 +64,7 @@ class Hiding<PackageImportEntry> {
     }
 
   private:
-    HashedName name;
+    NameKey name;
 };
 
 // Whether a list of \p lists hides \p entry.

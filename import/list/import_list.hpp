@@ -6,7 +6,7 @@
 /// enumeration.cpp.
 
 #include <import/import_list.hpp>
-#include <import/list/hashed_name.hpp>
+#include <import/list/name_key.hpp>
 
 #include <cstddef>
 #include <memory>
@@ -68,17 +68,17 @@ class ImportList final : public IImportList {
     std::vector<Entry> const& ownEntries() const noexcept;
 
     /// The package entry of this list that introduces \p name, or null.
-    PackageImportEntry const* findOwnPackage(HashedName const& name) const noexcept {
+    PackageImportEntry const* findOwnPackage(NameKey const& name) const noexcept {
         return packageFilter.mayHold(name) ? probePackages(name) : nullptr;
     }
 
     /// The first fully qualified entry of this list that introduces \p name, or null.
-    FullyQualifiedImportEntry const* findOwnFullyQualified(HashedName const& name) const noexcept {
+    FullyQualifiedImportEntry const* findOwnFullyQualified(NameKey const& name) const noexcept {
         return fullyQualifiedFilter.mayHold(name) ? probeFullyQualified(name) : nullptr;
     }
 
     /// Whether a dotted entry of this list has exactly this raw argument.
-    bool holdsRawArgument(HashedName const& rawArgument) const noexcept {
+    bool holdsRawArgument(NameKey const& rawArgument) const noexcept {
         return rawArgumentFilter.mayHold(rawArgument) && probeRawArguments(rawArgument);
     }
 
@@ -89,9 +89,9 @@ class ImportList final : public IImportList {
     std::size_t numberOfOwnEntries() const noexcept;
 
     // What the hashed containers say of a name that passed the filter.
-    PackageImportEntry const* probePackages(HashedName const& name) const noexcept;
-    FullyQualifiedImportEntry const* probeFullyQualified(HashedName const& name) const noexcept;
-    bool probeRawArguments(HashedName const& rawArgument) const noexcept;
+    PackageImportEntry const* probePackages(NameKey const& name) const noexcept;
+    FullyQualifiedImportEntry const* probeFullyQualified(NameKey const& name) const noexcept;
+    bool probeRawArguments(NameKey const& rawArgument) const noexcept;
 
     Refusal checkDynamicPackage(PackageImportEntry const& entry) const;
     Refusal checkStaticPackage(PackageImportEntry const& entry) const;

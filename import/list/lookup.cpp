@@ -16,7 +16,7 @@ namespace {
 
 template <typename Entry>
 Entry const* findByName(NameIndex const& index, std::vector<Entry> const& entries,
-                        HashedName const& name) noexcept {
+                        NameKey const& name) noexcept {
     auto const position = index.find(name);
     return position == index.end() ? nullptr : &entries[position->second];
 }
@@ -67,22 +67,22 @@ auto askOutward(ListRun run, AskOwn askOwn, AskForeign askForeign)
 
 } // namespace
 
-PackageImportEntry const* ImportList::probePackages(HashedName const& name) const noexcept {
+PackageImportEntry const* ImportList::probePackages(NameKey const& name) const noexcept {
     return findByName(packageIndexByName, packageEntries, name);
 }
 
 FullyQualifiedImportEntry const*
-ImportList::probeFullyQualified(HashedName const& name) const noexcept {
+ImportList::probeFullyQualified(NameKey const& name) const noexcept {
     return findByName(fullyQualifiedIndexByName, fullyQualifiedEntries, name);
 }
 
-bool ImportList::probeRawArguments(HashedName const& rawArgument) const noexcept {
+bool ImportList::probeRawArguments(NameKey const& rawArgument) const noexcept {
     return rawArguments.contains(rawArgument);
 }
 
 std::optional<FoundImportEntry> ImportList::findPackageImportEntry(std::u16string_view name,
                                                                    CheckAncestorList check) const {
-    HashedName const key(name);
+    NameKey const key(name);
     if (auto const* const entry = findOwnPackage(key)) {
         return FoundImportEntry{*entry, EntryOrigin::ThisList};
     }
@@ -103,7 +103,7 @@ std::optional<FoundImportEntry> ImportList::findPackageImportEntry(std::u16strin
 
 std::optional<FoundFullyQualifiedName>
 ImportList::findFullyQualifiedImportEntry(std::u16string_view name, CheckAncestorList check) const {
-    HashedName const key(name);
+    NameKey const key(name);
     if (auto const* const entry = findOwnFullyQualified(key)) {
         return FoundFullyQualifiedName{entry->getRawArgument(), EntryOrigin::ThisList};
     }

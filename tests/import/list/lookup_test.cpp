@@ -155,10 +155,11 @@ TEST_F(Lookup, DoesNotHideByTheOtherKindInAnIntermediateAncestor) {
 
 TEST_F(Lookup, FindsTheEmptyNameOnlyWhereItIsIntroduced) {
     EXPECT_FALSE(list->findPackageImportEntry(u"", Yes));
-    EXPECT_FALSE(list->findFullyQualifiedImportEntry(u"", Yes));
+    EXPECT_FALSE(list->findFullyQualifiedImportEntry(std::u16string_view(), Yes));
     add(*parent, makeName(u"a."));
     add(*parent, makePackage(u"p"));
     expectName(u"", u"a.", Ancestor);
+    expectName(std::u16string_view(), u"a.", Ancestor);
     EXPECT_FALSE(list->findPackageImportEntry(u"", Yes));
     add(*list, makePackage(u"p", u""));
     expectPackage(u"", u"p", ThisList);
