@@ -12,7 +12,6 @@
 namespace floors {
 
 using lf::import::FullyQualifiedImportEntry;
-using lf::import::HashedName;
 using lf::import::PackageImportEntry;
 
 namespace {
@@ -22,16 +21,16 @@ using AnyView = ranges::any_view<Entry const&, ranges::category::forward>;
 
 void addPackage(PlainScope& scope, std::u16string const& name) {
     scope.packageIndexByName.emplace(name, scope.packages.size());
-    scope.packageFilter.add(HashedName(name));
+    scope.packageFilter.add(Name(name));
     scope.packages.push_back(support::makePackage(name));
 }
 
 void addFullyQualified(PlainScope& scope, std::u16string const& rawArgument) {
     std::u16string const name = workload::introducedName(rawArgument);
     scope.fullyQualifiedIndexByName.emplace(name, scope.fullyQualified.size());
-    scope.fullyQualifiedFilter.add(HashedName(name));
+    scope.fullyQualifiedFilter.add(Name(name));
     scope.rawArguments.insert(rawArgument);
-    scope.rawArgumentFilter.add(HashedName(rawArgument));
+    scope.rawArgumentFilter.add(Name(rawArgument));
     scope.fullyQualified.push_back(support::makeName(rawArgument));
 }
 

@@ -8,7 +8,7 @@
 #include "workload.hpp"
 
 #include <import/entries.hpp>
-#include <import/list/hashed_name.hpp>
+#include <import/list/name_key.hpp>
 
 #include <range/v3/view/any_view.hpp>
 
@@ -18,6 +18,9 @@
 #include <vector>
 
 namespace floors {
+
+/// A name as the hashed containers of import lists are asked for it.
+using Name = lf::import::NameKey;
 
 /// One scope.
 struct PlainScope {
@@ -31,15 +34,15 @@ struct PlainScope {
     std::vector<lf::import::PackageImportEntry> packages;
     std::vector<lf::import::FullyQualifiedImportEntry> fullyQualified;
 
-    bool introducesPackage(lf::import::HashedName const& name) const {
+    bool introducesPackage(Name const& name) const {
         return packageFilter.mayHold(name) && packageIndexByName.contains(name);
     }
 
-    bool introducesFullyQualified(lf::import::HashedName const& name) const {
+    bool introducesFullyQualified(Name const& name) const {
         return fullyQualifiedFilter.mayHold(name) && fullyQualifiedIndexByName.contains(name);
     }
 
-    bool holdsRawArgument(lf::import::HashedName const& rawArgument) const {
+    bool holdsRawArgument(Name const& rawArgument) const {
         return rawArgumentFilter.mayHold(rawArgument) && rawArguments.contains(rawArgument);
     }
 };
@@ -52,7 +55,7 @@ template <>
 struct HidingNames<lf::import::PackageImportEntry> {
     static constexpr auto entries = &PlainScope::packages;
 
-    lf::import::HashedName name;
+    Name name;
 
     explicit HidingNames(lf::import::PackageImportEntry const& entry)
         : name(entry.getIntroducedName()) {}
@@ -66,8 +69,8 @@ template <>
 struct HidingNames<lf::import::FullyQualifiedImportEntry> {
     static constexpr auto entries = &PlainScope::fullyQualified;
 
-    lf::import::HashedName name;
-    lf::import::HashedName rawArgument;
+    Name name;
+    Name rawArgument;
 
     explicit HidingNames(lf::import::FullyQualifiedImportEntry const& entry)
         : name(entry.getIntroducedName()), rawArgument(entry.getRawArgument()) {}

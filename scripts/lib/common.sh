@@ -21,6 +21,7 @@ is_there() {
 #error
 #endif" ;;
         /*) [[ -e $1 ]] ;;
+        "import "*) /usr/bin/python3 -c "$1" ;;
         *) command -v "$1" ;;
     esac &>/dev/null
 }

@@ -36,3 +36,16 @@ fuzz_packages=(
     "clang-14            clang++-14"
     "libclang-rt-14-dev  /usr/lib/llvm-14/lib/clang/14.0.6/include/fuzzer"
 )
+
+# Preset release has the tests as well.
+benchmark_packages=(
+    "${test_packages[@]}"
+    "libbenchmark-dev    <benchmark/benchmark.h>"
+    "libabsl-dev         <absl/container/flat_hash_map.h>"
+    "valgrind            valgrind"
+    "python3             python3"
+)
+
+plot_packages=(
+    "python3-matplotlib  import matplotlib"
+)
