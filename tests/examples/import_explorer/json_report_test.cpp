@@ -19,8 +19,8 @@ using Json = nlohmann::ordered_json;
 constexpr std::chrono::seconds anyTime{3};
 
 AnalysedFile analyseText(std::string name, std::string text) {
-    return analyse(SourceFile(std::move(name), std::move(text)), SourceSyntax::Script,
-                   Behavior::WithPackageImports);
+    return analyse(SourceFile(std::move(name), std::move(text)),
+                   {SourceSyntax::Script, Behavior::WithPackageImports, true, false});
 }
 
 TEST(JsonReport, HasEverythingInAFixedOrder) {
@@ -29,16 +29,37 @@ TEST(JsonReport, HasEverythingInAFixedOrder) {
                                                          "import p as q\nfrob");
     Summary summary;
     summary.count(file);
-    auto const report = createJsonReport(true);
+    auto const report = createJsonReport(true, ScopeDetail::Imports);
     EXPECT_EQ(report->add(file), "");
     EXPECT_EQ(report->finish(summary, anyTime), R"({
-  "schemaVersion": 1,
+  "schemaVersion": 2,
   "packageImports": true,
   "files": [
     {
       "name": "some.import",
+      "scopes": [
+        {
+          "name": "",
+          "parent": null,
+          "line": 1,
+          "column": 1,
+          "offset": 0,
+          "length": 0,
+          "imports": [
+            {
+              "command": 1,
+              "entry": 0
+            },
+            {
+              "command": 2,
+              "entry": 0
+            }
+          ]
+        }
+      ],
       "commands": [
         {
+          "scope": 0,
           "dynamic": true,
           "line": 1,
           "column": 1,
@@ -77,6 +98,7 @@ TEST(JsonReport, HasEverythingInAFixedOrder) {
           "entries": []
         },
         {
+          "scope": 0,
           "dynamic": false,
           "line": 2,
           "column": 1,
@@ -97,11 +119,15 @@ TEST(JsonReport, HasEverythingInAFixedOrder) {
               "text": "é.x",
               "introducedName": "x",
               "rootElement": "é",
-              "argument": 0
+              "argument": 0,
+              "outcome": "added",
+              "earlier": null,
+              "used": false
             }
           ]
         },
         {
+          "scope": 0,
           "dynamic": false,
           "line": 3,
           "column": 1,
@@ -136,11 +162,15 @@ TEST(JsonReport, HasEverythingInAFixedOrder) {
               "text": "p as q",
               "introducedName": "q",
               "rootElement": null,
-              "argument": 2
+              "argument": 2,
+              "outcome": "added",
+              "earlier": null,
+              "used": false
             }
           ]
         }
       ],
+      "uses": [],
       "diagnostics": [
         {
           "severity": "error",
@@ -152,7 +182,8 @@ TEST(JsonReport, HasEverythingInAFixedOrder) {
           "offset": 21,
           "length": 1,
           "command": 0,
-          "argument": 1
+          "argument": 1,
+          "note": null
         },
         {
           "severity": "error",
@@ -166,7 +197,8 @@ TEST(JsonReport, HasEverythingInAFixedOrder) {
           "offset": 56,
           "length": 4,
           "command": null,
-          "argument": null
+          "argument": null,
+          "note": null
         }
       ]
     }
@@ -175,6 +207,7 @@ TEST(JsonReport, HasEverythingInAFixedOrder) {
   "summary": {
     "files": 1,
     "commands": 3,
+    "uses": 0,
     "entries": 2,
     "names": 1,
     "wildcards": 0,
@@ -186,9 +219,48 @@ TEST(JsonReport, HasEverythingInAFixedOrder) {
 )");
 }
 
+TEST(JsonReport, TellsScopesUsesAndNotesByReferences) {
+    auto const report = createJsonReport(true, ScopeDetail::ImportsAndView);
+    report->add(analyseText("some.import", "import p a\n"
+                                           "scope s {\n"
+                                           "import p@2 b\n"
+                                           "import p.x\n"
+                                           "use p.q\n"
+                                           "use \"bb\"\n"
+                                           "}"));
+    Json const document = Json::parse(report->finish({}, anyTime));
+    Json const& file = document["files"][0];
+    EXPECT_EQ(file["scopes"], Json::parse(R"([
+        {"name": "", "parent": null, "line": 1, "column": 1, "offset": 0, "length": 0,
+         "imports": [{"command": 0, "entry": 0}, {"command": 0, "entry": 1}],
+         "inherited": {"listed": [], "omitted": 0},
+         "hidden": {"listed": [], "omitted": 0}},
+        {"name": "s", "parent": 0, "line": 2, "column": 1, "offset": 11, "length": 7,
+         "imports": [{"command": 1, "entry": 0}, {"command": 1, "entry": 1}],
+         "inherited": {"listed": [{"command": 0, "entry": 1}], "omitted": 0},
+         "hidden": {"listed": [{"entry": {"command": 0, "entry": 0},
+                                "by": {"command": 1, "entry": 0}}], "omitted": 0}}])"));
+    EXPECT_EQ(file["uses"], Json::parse(R"([
+        {"scope": 1, "text": "p.q", "line": 5, "column": 5, "offset": 49, "length": 3,
+         "name": "p", "imports": [{"command": 1, "entry": 0}],
+         "wildcards": {"listed": [], "omitted": 0}, "unknown": false, "suggestion": null},
+        {"scope": 1, "text": "bb", "line": 6, "column": 5, "offset": 57, "length": 4,
+         "name": "bb", "imports": [],
+         "wildcards": {"listed": [], "omitted": 0}, "unknown": true,
+         "suggestion": {"command": 1, "entry": 1}}])"));
+    EXPECT_EQ(file["commands"][1]["entries"][0]["used"], true);
+    EXPECT_EQ(file["commands"][2]["entries"][0]["outcome"], "refused");
+    EXPECT_EQ(file["commands"][2]["entries"][0]["earlier"],
+              Json::parse(R"({"command": 1, "entry": 0})"));
+    EXPECT_EQ(file["diagnostics"][0]["note"],
+              Json::parse(R"({"message": "conflicts with 'p@2'", "messageArguments": ["p@2"],
+                              "line": 3, "column": 8, "offset": 28, "length": 3})"));
+    EXPECT_EQ(file["diagnostics"][1]["message"], "unknown name 'bb'; did you mean 'b'?");
+}
+
 TEST(JsonReport, CarriesAnyTextIntact) {
     std::string const strange = "a\x1b\"\\\u200B{1}";
-    auto const report = createJsonReport(true);
+    auto const report = createJsonReport(true, ScopeDetail::Imports);
     report->add(analyseText(strange, "import " + strange));
     Json const document = Json::parse(report->finish({}, anyTime));
     EXPECT_EQ(document["files"][0]["name"], strange);
@@ -197,7 +269,7 @@ TEST(JsonReport, CarriesAnyTextIntact) {
 }
 
 TEST(JsonReport, ListsWhatCouldNotBeReadEvenUnderANameThatIsNoText) {
-    auto const report = createJsonReport(false);
+    auto const report = createJsonReport(false, ScopeDetail::Imports);
     report->add(LoadFailure{"a\xFF", "not UTF-8 text: byte 0xC0", 7});
     report->add(LoadFailure{"b", "cannot open: No such file or directory", std::nullopt});
     Json const document = Json::parse(report->finish({}, anyTime));

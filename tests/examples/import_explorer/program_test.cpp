@@ -82,13 +82,13 @@ TEST_F(Program, ShowsEntriesAndDiagnosticsInSourceOrder) {
     EXPECT_EQ(outcome.output,
               R"(some.import
    3 | import a.b.c long.name.* "" d.e
-     |   [0] name      a.b.c        introduces c  root a
-     |   [1] wildcard  long.name.*                root long
-     |   [3] name      d.e          introduces e  root d
+     |   [0]  name      a.b.c        introduces c  root a
+     |   [1]  wildcard  long.name.*                root long
+     |   [3]  name      d.e          introduces e  root d
    4 | import pkg@^1.2 as p
-     |   [2] package   pkg@^1.2 as p  introduces p
+     |   [2]  package   pkg@^1.2 as p  introduces p
    4 | dynamic import x
-     |   [0] package   x  introduces x
+     |   [0]  package   x  introduces x
 some.import:5:16: error: 'not a name' is neither a dotted name, nor a wildcard, nor a package [InvalidImportArgument]
    5 |     import a.b "not a name"
      |                ^~~~~~~~~~~~
@@ -121,12 +121,12 @@ TEST_F(Program, ShowsAWarningBesideItsEntryAndSucceeds) {
     EXPECT_EQ(outcome.output,
               R"(some.import
    1 | import a.for
-     |   [0] name      a.for  introduces for  root a
+     |   [0]  name      a.for  introduces for  root a
 some.import:1:8: warning: 'a.for' introduces 'for', which is a reserved word [KeywordInImportArgumentWarning]
    1 | import a.for
      |        ^~~~~
    2 | import 1a.*
-     |   [0] wildcard  1a.*    root 1a
+     |   [0]  wildcard  1a.*    root 1a
 some.import:2:8: warning: the wildcard '1a.*' has no prefix of valid names [MalformedImportArgumentWarning]
    2 | import 1a.*
      |        ^~~~
@@ -165,7 +165,7 @@ TEST_F(Program, TakesAByteOrderMarkAndCarriageReturns) {
     EXPECT_EQ(outcome.output,
               R"(some.import
    1 | import a.b
-     |   [0] name      a.b  introduces b  root a
+     |   [0]  name      a.b  introduces b  root a
 some.import:2:8: error: 'for' cannot be imported: 'for' is a reserved word [KeywordInImportArgument]
    2 | import for
      |        ^~~
@@ -189,7 +189,7 @@ TEST_F(Program, ReadsAnyTextLineByLine) {
     write("code.py", "from x import y\nimport os.path;  # why\nprint(\"}\")\n");
     EXPECT_EQ(run("$explorer --lines code.py").output, R"(code.py
    2 | import os.path
-     |   [0] name      os.path  introduces path  root os
+     |   [0]  name      os.path  introduces path  root os
 
 1 file, 1 command: 1 entry (1 name, 0 wildcards, 0 packages), 0 errors, 0 warnings, TIME s
 )");
@@ -246,7 +246,7 @@ TEST_F(Program, WritesTheSameJsonDocumentEveryTime) {
     EXPECT_EQ(first.output, second.output);
     EXPECT_EQ(first.status, 1);
     auto const document = nlohmann::json::parse(first.output);
-    EXPECT_EQ(document["schemaVersion"], 1);
+    EXPECT_EQ(document["schemaVersion"], 2);
     EXPECT_EQ(document["packageImports"], false);
     EXPECT_EQ(document["files"].size(), 1U);
     EXPECT_EQ(document["files"][0]["diagnostics"][0]["key"], "ImportArgumentWithoutDot");
@@ -325,6 +325,82 @@ TEST_F(Program, ReadsDeepScopesAndLongLines) {
     EXPECT_LT(outcome.output.size(), 1000U);
 }
 
+TEST_F(Program, KeepsListsForDeepScopes) {
+    constexpr int depth = 100'000;
+    std::string deep = "import a.b\n";
+    std::string closing;
+    for (int count = 0; count < depth; ++count) {
+        deep += "scope s {\n";
+        closing += "}\n";
+    }
+    write("deep.import", deep + "import c.d\nuse b\n" + closing);
+    Outcome const quiet = run("$explorer --unused deep.import");
+    EXPECT_THAT(quiet.output, HasSubstr("|   is  name      a.b  line 1, file\n"));
+    EXPECT_THAT(quiet.output, HasSubstr("no 'use' reaches the import of 'c.d'"));
+    Outcome const drawn = run("$explorer --scopes deep.import | tail -n 5 | tr -d ' │└─'");
+    EXPECT_THAT(drawn.output,
+                StartsWith("scopesline100001,level100000\nimportsnamec.dline100002\n"));
+    EXPECT_EQ(run("$explorer --json --scopes deep.import >document").status, 0);
+}
+
+TEST_F(Program, ShowsUsesAndConflictsWhereTheyAre) {
+    write("some.import", "import p@1 as m\n"
+                         "scope s {\n"
+                         "    import a.b a.b w.* m.x\n"
+                         "    import m.y\n"
+                         "    use m.x; use b\n"
+                         "    use bx\n"
+                         "    use a.b\n"
+                         "}\n"
+                         "use n\n");
+    Outcome const outcome = run("$explorer some.import");
+    EXPECT_EQ(outcome.output, R"(some.import
+   1 | import p@1 as m
+     |   [2]  package   p@1 as m  introduces m
+   3 | import a.b a.b w.* m.x
+     |   [0]  name      a.b  introduces b  root a
+     |   [1]  name      a.b  introduces b  root a  repeats line 3
+     |   [2]  wildcard  w.*                root w
+     |   [3]  name      m.x  introduces x  root m  refused
+some.import:3:24: error: a dotted import must not begin with the name that a package import introduces [InvalidPackageFunctionAbbreviation]
+   3 |     import a.b a.b w.* m.x
+     |                        ^~~
+some.import:1:15: note: conflicts with 'p@1 as m'
+   1 | import p@1 as m
+     |               ^
+some.import:4:12: error: a dotted import must not begin with the name that a package import introduces [InvalidPackageFunctionAbbreviation]
+   4 |     import m.y
+     |            ^~~
+some.import:1:15: note: conflicts with 'p@1 as m'
+   1 | import p@1 as m
+     |               ^
+   5 | use m.x
+     |   m is  package   p@1 as m  line 1, file
+   5 | use b
+     |   is  name      a.b  line 3, scope s
+   6 | use bx
+     |   maybe  wildcard  w.*  line 3, scope s
+   7 | use a.b
+     |   written in full: needs no import
+some.import:9:5: error: unknown name 'n'
+   9 | use n
+     |     ^
+
+1 file, 3 commands: 4 entries (2 names, 1 wildcard, 1 package), 3 errors, 0 warnings, TIME s
+)");
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(Program, HasNoScopesInLines) {
+    for (std::string const option : {"--scopes", "--unused"}) {
+        Outcome const outcome = run("$explorer --lines " + option + " x");
+        EXPECT_EQ(outcome.status, 2) << option;
+        EXPECT_THAT(outcome.errorOutput, HasSubstr("excludes")) << option;
+    }
+    write("code.txt", "import a.b\nimport a.b\nimport b\n");
+    EXPECT_EQ(run("$explorer --lines code.txt").status, 0);
+}
+
 TEST_F(Program, ReadsTheExamplesAsTheyAreMeant) {
     std::string const examples = "'" EXAMPLES_FOLDER "'";
     Outcome const tour = run("$explorer --quiet " + examples + "/tour.import");
@@ -332,7 +408,8 @@ TEST_F(Program, ReadsTheExamplesAsTheyAreMeant) {
     for (std::string const key :
          {"InvalidImportArgument", "KeywordInImportArgument", "MixedImportType",
           "NamespaceWithAlias", "IncorrectNumberOfPackagesForAlias", "IncorrectNumberOfAlias",
-          "InvalidAliasName", "MultipleAsClauses"}) {
+          "InvalidAliasName", "MultipleAsClauses", "PackageRedeclared", "PrecedenceViolation",
+          "InvalidPackageFunctionAbbreviation"}) {
         EXPECT_THAT(tour.output, HasSubstr("[" + key + "]"));
     }
     Outcome const legacy = run("$explorer --quiet --packages off " + examples + "/legacy.import");
