@@ -4,7 +4,7 @@
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
-presets=(asan dev)
+presets=(tsan asan dev)
 
 require_packages "${test_packages[@]}" "${lint_packages[@]}"
 
