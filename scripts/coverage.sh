@@ -5,7 +5,8 @@
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
 build=build/coverage
-tests=(gleigem_tests gleigem_internal_tests gleigem_list_property_tests gleigem_platform_question_tests)
+tests=(gleigem_tests gleigem_internal_tests gleigem_list_property_tests gleigem_platform_question_tests
+    gleigem_allocation_failure_tests)
 
 require_packages "${test_packages[@]}"
 

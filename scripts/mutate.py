@@ -30,7 +30,7 @@ PROJECT = Path(__file__).resolve().parent.parent
 FILES = """
     parser/classification.cpp parser/command_grammar.cpp parser/import_argument_parser.cpp
     list/adding.cpp list/lookup.cpp list/enumeration.cpp list/import_list.cpp
-    list/hashed_name.hpp list/list_chain.hpp list/import_list.hpp
+    list/name_key.hpp list/list_chain.hpp list/import_list.hpp
     entries.cpp rendering.cpp parser/in_place.hpp
 """.split()
 
@@ -328,6 +328,7 @@ class Workshop:
     """The copy of the project, built, and what is made of it for each mutant."""
 
     QUESTION_TESTS = "gleigem_platform_question_tests"
+    ALLOCATION_TESTS = "gleigem_allocation_failure_tests"
 
     def __init__(self, folder, time_limit):
         self.folder, self.time_limit = folder, time_limit
@@ -345,7 +346,7 @@ class Workshop:
               "-DGLEIGEM_BUILD_EXAMPLES=OFF", "-DGLEIGEM_INSTALL=OFF"])  # fmt: skip
         self.read_commands()
         must(["ninja", "-C", self.build, f"-j{jobs}", "gleigem", self.QUESTION_TESTS,
-              "tests/model/libgleigem_model.a", *self.unit_test_objects])  # fmt: skip
+              self.ALLOCATION_TESTS, *self.unit_test_objects])  # fmt: skip
         self.compile_preamble()
 
     def read_commands(self):
@@ -402,6 +403,7 @@ class Workshop:
         programs = [self.link_unit_tests]
         if mutant.file.startswith("parser/"):
             programs.append(self.link_question_tests)
+        programs.append(self.link_allocation_tests)
         for link in programs:
             program = room / "tests"
             if link(library, program).returncode != 0:
@@ -422,10 +424,16 @@ class Workshop:
     def link(self, objects, libraries, program):
         return run(["g++", "-fuse-ld=gold", *objects, "-o", str(program), *libraries, "-pthread"], cwd=self.build)
 
-    def link_unit_tests(self, library, program):
-        objects = [*self.unit_test_objects, *library, "tests/model/libgleigem_model.a"]
+    def link_with_platform(self, objects, program):
         platform = ["-Lplatform", "-lgleigem_platform", f"-Wl,-rpath,{self.build}/platform"]
-        return self.link(objects, [*platform, "-lgmock", "-lgtest", "-lgtest_main"], program)
+        model = "tests/model/libgleigem_model.a"
+        return self.link([*objects, model], [*platform, "-lgmock", "-lgtest", "-lgtest_main"], program)
+
+    def link_unit_tests(self, library, program):
+        return self.link_with_platform([*self.unit_test_objects, *library], program)
+
+    def link_allocation_tests(self, library, program):
+        return self.link_with_platform([*self.objects[self.ALLOCATION_TESTS].values(), *library], program)
 
     def link_question_tests(self, library, program):
         objects = [*self.objects[self.QUESTION_TESTS].values(), *library]

@@ -69,6 +69,7 @@ std::vector<Row> const conflictMatrix{
     {"name, package: the introduced name",             makeName(u"a.b"),    makePackage(u"b"),      {Precedence, Precedence},     {Stored, Stored},             {Stored, Stored}},
     {"name, package: the root element",                makeName(u"a.b"),    makePackage(u"a"),      {Abbreviation, Stored},       {Stored, Stored},             {Stored, Stored}},
     {"name, package: both",                            makeName(u"a.a"),    makePackage(u"a"),      {Precedence, Precedence},     {Stored, Stored},             {Stored, Stored}},
+    {"name, package: an alias that is the introduced name", makeName(u"a.b"), makePackage(u"p", u"b"), {Precedence, Precedence},  {Stored, Stored},             {Stored, Stored}},
     {"name, package: an alias that is the root element", makeName(u"a.b"),  makePackage(u"p", u"a"),{Abbreviation, Stored},       {Stored, Stored},             {Stored, Stored}},
 
     {"name, name: the same raw argument",              makeName(u"a.b"),    makeName(u"a.b"),       {Skipped, Skipped},           {Stored, Stored},             {Stored, Stored}},

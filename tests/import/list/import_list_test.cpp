@@ -93,6 +93,22 @@ TEST_F(AnImportList, GivesItsParentUpWhenItIsDestroyed) {
     EXPECT_TRUE(watched.expired());
 }
 
+TEST_F(AnImportList, GivesUpAllListsThatAParentOfAnotherMakeOwns) {
+    auto const outermost = makeList();
+    auto first = makeList(outermost);
+    auto second = makeList(outermost);
+    auto const owned = std::to_array<std::weak_ptr<IImportList const>>({first, second});
+    // As a list of another make would: two lists live as long as it.
+    auto* const body = first.get();
+    std::shared_ptr<IImportList const> owner(
+        body, [held = std::pair{std::move(first), std::move(second)}](auto const*) {});
+    auto child = makeList(makeList(std::move(owner)));
+    child.reset();
+    EXPECT_TRUE(owned[0].expired());
+    EXPECT_TRUE(owned[1].expired());
+    EXPECT_EQ(outermost.use_count(), 1);
+}
+
 TEST_F(AnImportList, LooksAtItsParentForEmptinessOnYesOnly) {
     auto const parent = makeList();
     fill(*parent);
