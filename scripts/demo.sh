@@ -24,5 +24,5 @@ cmake --preset release -B "$build" -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_BEN
 step "building import_explorer"
 cmake --build "$build" --target import_explorer
 
-demonstrate "reading a tour of import commands, wrong ones among them" examples/tour.import
+demonstrate "reading a tour of import commands, wrong ones among them, and drawing its scopes" --scopes examples/tour.import
 demonstrate "reading commands of the time before packages" --packages off examples/legacy.import
