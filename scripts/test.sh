@@ -1,15 +1,17 @@
 #!/usr/bin/env bash
-# Everything that must hold: formatting, clang-tidy, and all tests under each preset, warnings being errors.
+# Everything that must hold: formatting, clang-tidy, the binary interface of the last tag, and all tests under
+# each preset, warnings being errors.
 # On Debian 12, as root, it installs what is missing; elsewhere it says what is.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
 presets=(tsan asan dev)
 
-require_packages "${test_packages[@]}" "${lint_packages[@]}"
+require_packages "${test_packages[@]}" "${lint_packages[@]}" "${abi_packages[@]}"
 
 scripts/check_format.sh || exit
 scripts/check_tidy.sh || exit
+scripts/check_abi.sh || exit
 
 for preset in "${presets[@]}"; do
     step "configuring preset $preset"

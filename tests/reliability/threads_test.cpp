@@ -33,7 +33,7 @@ using enum IImportList::CheckAncestorList;
 
 constexpr int numberOfThreads = 8;
 constexpr int numberOfRounds = 20;
-constexpr int depth = 64;
+constexpr int depth = 128;
 
 /// What \p read answers to one thread alone is what it must answer to each of many, time and again.
 template <typename Read>
