@@ -11,11 +11,11 @@ namespace {
 
 constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 
-std::size_t allocations = 0;
-std::size_t liveAllocations = 0;
-std::size_t allocationsUntilFailure = noLimit;
-support::Shortage shortageToCome{};
-bool failed = false;
+thread_local std::size_t allocations = 0;
+thread_local std::size_t liveAllocations = 0;
+thread_local std::size_t allocationsUntilFailure = noLimit;
+thread_local support::Shortage shortageToCome{};
+thread_local bool failed = false;
 
 /// Whether the allocation that is about to be made fails.
 bool failsNow() noexcept {

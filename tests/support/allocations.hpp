@@ -2,18 +2,18 @@
 #pragma once
 
 /// \file
-/// Counts the allocations of a test program, and lets them fail. A program that has this is built
-/// with its replacement of the global operator new, and uses it in one thread.
+/// Counts the allocations of a program, and lets them fail; each thread has counts of its own. A
+/// program that has this is built with its replacement of the global operator new.
 
 #include <cstddef>
 #include <cstdint>
 
 namespace support {
 
-/// The number of allocations since the start of the program, failed ones included.
+/// The number of allocations that this thread has made, failed ones included.
 std::size_t countAllocations() noexcept;
 
-/// The number of allocations that have not been given back.
+/// The number of those that it has not given back.
 std::size_t countLiveAllocations() noexcept;
 
 /// How memory runs out.
@@ -24,8 +24,8 @@ enum class Shortage : std::uint8_t {
     Lasting,
 };
 
-/// While it lives, the first \p allowed allocations succeed and the next one, or every later one,
-/// throws std::bad_alloc.
+/// While it lives, the thread's first \p allowed allocations succeed and the next one, or every
+/// later one, throws std::bad_alloc.
 class FailingAllocations {
   public:
     explicit FailingAllocations(std::size_t allowed,
