@@ -11,6 +11,7 @@ require_packages "${test_packages[@]}" "${lint_packages[@]}" "${abi_packages[@]}
 
 scripts/check_format.sh || exit
 scripts/check_tidy.sh || exit
+scripts/fuzz.sh 20 || exit
 scripts/check_abi.sh || exit
 
 for preset in "${presets[@]}"; do
