@@ -23,6 +23,7 @@ namespace lf::import {
 namespace {
 
 using support::DelegatingImportList;
+using support::ForeignImportList;
 using support::makeName;
 using support::makePackage;
 using support::makeWildcard;
@@ -155,6 +156,78 @@ TEST_F(ForeignParent, ThatFailsLeavesListAndEntryAsTheyWere) {
     EXPECT_FALSE(list->findFullyQualifiedImportEntry(u"y", No));
     // No root element has stayed behind.
     EXPECT_FALSE(list->addStaticImportEntry(makePackage(u"x")));
+}
+
+TEST_F(ForeignParent, AnswersWithWhatItHoldsAsAnAncestor) {
+    fill(*parent);
+    auto const list = createImportList(createImportList(parent));
+
+    auto const package = list->findPackageImportEntry(u"p", Yes);
+    ASSERT_TRUE(package);
+    EXPECT_EQ(&package->entry, &parent->findPackageImportEntry(u"p", Yes)->entry);
+    EXPECT_EQ(package->origin, EntryOrigin::Ancestor);
+    auto const name = list->findFullyQualifiedImportEntry(u"b", Yes);
+    ASSERT_TRUE(name);
+    EXPECT_EQ(name->rawArgument, u"a.b");
+    EXPECT_EQ(name->origin, EntryOrigin::Ancestor);
+    EXPECT_FALSE(list->isEmpty(Yes));
+    EXPECT_TRUE(list->isEmpty(No));
+    EXPECT_EQ(list->getNumberOfEntries(Yes), 3U);
+    EXPECT_TRUE(list->addStaticImportEntry(makeName(u"p.x"))) << "its package counts";
+}
+
+TEST_F(ForeignParent, ThatHoldsNoEntryIsPassedByOnTheWayToItsOwnParent) {
+    std::shared_ptr<IImportList> const outermost = createImportList(nullptr);
+    fill(*outermost);
+    auto const silent = std::make_shared<ForeignImportList>(
+        outermost, model::ForeignManners{.asksParent = false, .namesParent = true});
+    auto const outer = std::make_shared<ForeignImportList>(
+        silent, model::ForeignManners{.asksParent = false, .namesParent = true});
+    auto const list = createImportList(outer);
+
+    ASSERT_TRUE(list->findPackageImportEntry(u"p", Yes));
+    EXPECT_EQ(list->findPackageImportEntry(u"p", Yes)->origin, EntryOrigin::Ancestor);
+    ASSERT_TRUE(list->findFullyQualifiedImportEntry(u"b", Yes));
+    EXPECT_EQ(list->findFullyQualifiedImportEntry(u"b", Yes)->rawArgument, u"a.b");
+    EXPECT_EQ(list->findFullyQualifiedImportEntry(u"b", Yes)->origin, EntryOrigin::Ancestor);
+    EXPECT_FALSE(list->findPackageImportEntry(u"b", Yes));
+    EXPECT_FALSE(list->findFullyQualifiedImportEntry(u"p", Yes));
+}
+
+TEST_F(ForeignParent, HasItsVisibleEntriesEnumeratedBehindThoseOfTheLists) {
+    for (char16_t const* const name : {u"r.x", u"r.y", u"r.z"}) {
+        add(*parent, makeName(name));
+    }
+    std::shared_ptr<IImportList> const between = createImportList(parent);
+    add(*between, makeName(u"s.x"));
+    add(*between, makeName(u"r.y"));
+    auto const list = createImportList(between);
+    add(*list, makePackage(u"z"));
+    add(*list, makeName(u"t.x"));
+
+    auto visible = list->getFullyQualifiedImportEntries(Yes);
+    std::vector<std::u16string> texts;
+    for (FullyQualifiedImportEntry const& entry : visible) {
+        texts.emplace_back(entry.getRawArgument());
+    }
+    EXPECT_EQ(texts, (std::vector<std::u16string>{u"t.x", u"s.x", u"r.y", u"r.x"}));
+
+    auto const first = visible.begin();
+    auto second = first;
+    EXPECT_TRUE(first == second);
+    ++second;
+    EXPECT_FALSE(first == second);
+    auto last = first;
+    for (int step = 0; step < 3; ++step) {
+        EXPECT_FALSE(last == visible.end());
+        ++last;
+    }
+    EXPECT_EQ(last->getRawArgument(), u"r.x") << "the parent's only visible entry";
+    auto const sameAsLast = last;
+    EXPECT_TRUE(last == sameAsLast);
+    ++last;
+    EXPECT_TRUE(last == visible.end());
+    EXPECT_FALSE(sameAsLast == last);
 }
 
 } // namespace
