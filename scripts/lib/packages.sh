@@ -24,6 +24,7 @@ test_packages=(
 )
 
 abi_packages=(
+    "git                 git"
     "abigail-tools       abidiff"
 )
 
