@@ -14,6 +14,22 @@ from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parent.parent
 
+# What no test can reach, by the text of its line, and why.
+UNREACHABLE = {
+    ("import/list/name_key.hpp", "bool operator()(std::u16string const& left, std::u16string const& right) const noexcept {"):
+        "hashed containers must be able to compare two keys, yet compare only keys of one and the same hash",
+    ("import/list/name_key.hpp", "return left == right;"): "the same",
+    ("import/parser/command_grammar.cpp", "switch (peek()) {"):
+        "the compiler's way past the switch for a value that is none of the enumeration's",
+    ("import/list/adding.cpp", "if (auto refusal = (this->*check)(entry)) {"):
+        "the compiler's case of a virtual function behind the pointer; neither check is virtual",
+    ("import/list/enumeration.cpp", "return VisibleAndForeignEntries<Entry>(list, (foreign->*getter)(check));"):
+        "the compiler's case of a function behind the pointer that is not virtual; all getters are",
+    ("import/make_msg_id.hpp", "resource_core::BaseMsgID message{.arguments = {},"):
+        "cleaning up a half-made object, which gcov does not mark as an exception's",
+    ("import/parser/classification.cpp", "};"): "the same",
+}  # fmt: skip
+
 
 def read_objects(build):
     """What gcov says of each object file that has run."""
@@ -72,10 +88,13 @@ def main():
     for (name, (line, _, _)), count in branches.items():
         if count == 0:
             missed.setdefault((name, line), "branch")
+    unexplained = 0
     for (name, line), kind in sorted(missed.items()):
         text = (PROJECT / name).read_text().splitlines()[line - 1].strip()
-        print(f"{name}:{line}: {kind} not reached: {text}")
-    return 1 if missed else 0
+        reason = UNREACHABLE.get((name, text))
+        unexplained += reason is None
+        print(f"{name}:{line}: {kind} not reached: {text}" + (f"\n    {reason}" if reason else ""))
+    return 1 if unexplained else 0
 
 
 if __name__ == "__main__":

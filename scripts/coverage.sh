@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Runs the tests of the library under preset coverage and prints which lines and branches of import/ they
-# reach. Branches that the compiler made for exceptions alone do not count. Exit status 1 when any is missed.
+# reach. Branches that the compiler made for exceptions alone do not count. Exit status 1 when one is missed
+# for no known reason.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
