@@ -11,6 +11,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -200,6 +201,19 @@ TEST_F(Adding, StoresAllButTheIndexedNameOfASecondNameThatIntroducesTheSame) {
     EXPECT_TRUE(list->addStaticImportEntry(makePackage(u"b"))) << "its root element counts";
     ASSERT_FALSE(list->addStaticImportEntry(makeName(u"b.x")));
     EXPECT_EQ(list->getNumberOfEntries(No), 2U) << "its raw argument counts";
+}
+
+TEST_F(Adding, TellsManyNamesApart) {
+    constexpr std::u16string_view letters = u"abcdefghijklmnopqrstuvwxyz";
+    for (char16_t const first : letters) {
+        for (char16_t const second : letters) {
+            std::u16string const name{first, second};
+            ASSERT_FALSE(list->addStaticImportEntry(makeName(u"root." + name)));
+            ASSERT_FALSE(list->addStaticImportEntry(makeWildcard(u"root." + name + u".*")));
+            ASSERT_FALSE(list->addStaticImportEntry(makePackage(name + u"_")));
+        }
+    }
+    EXPECT_EQ(list->getNumberOfEntries(No), 3 * letters.size() * letters.size());
 }
 
 TEST_F(Adding, LetsANameOfThisListHideTheAncestorsPackageThatItWouldCollideWith) {
