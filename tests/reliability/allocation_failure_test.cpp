@@ -518,7 +518,7 @@ class Commands : public testing::TestWithParam<CommandRow> {};
 /// One command; its arguments are the nodes 0, 1, 2, ...
 class CommandTree final : public lf::astapi::ISyntaxTree {
   public:
-    explicit CommandTree(Texts argumentTexts) : texts(std::move(argumentTexts)) {}
+    explicit CommandTree(Texts itsTexts) : texts(std::move(itsTexts)) {}
 
     std::size_t getNumberOfArguments(lf::astapi::NodeHandle) const override { return texts.size(); }
 
@@ -530,16 +530,19 @@ class CommandTree final : public lf::astapi::ISyntaxTree {
         return texts.at(argument);
     }
 
-    Texts const texts; // NOLINT(misc-non-private-member-variables-in-classes): to be looked at
+    Texts const& argumentTexts() const { return texts; }
+
+  private:
+    Texts texts;
 };
 
 struct Parsing {
-    std::unique_ptr<CommandTree> tree;
+    CommandTree tree;
     std::unique_ptr<IImportArgumentParser> parser{};
     std::vector<ParsedImportEntry>* result = nullptr;
 
     static Texts observe(Parsing const& objects) {
-        Texts texts = objects.tree->texts;
+        Texts texts = objects.tree.argumentTexts();
         if (objects.result != nullptr) {
             append(fieldsOf(*objects.result), texts);
         }
@@ -548,7 +551,7 @@ struct Parsing {
 };
 
 auto prepareCommand(Texts const& command) {
-    return [&command] { return Parsing{std::make_unique<CommandTree>(command)}; };
+    return [&command] { return Parsing{CommandTree(command)}; };
 }
 
 TEST_P(Commands, GetAParserOrNone) {
@@ -561,18 +564,17 @@ TEST_P(Commands, GetAParserOrNone) {
     EXPECT_GT(failEveryAllocation(Operation{prepareCommand(row.command),
                                             [&](Parsing& objects) {
                                                 objects.parser = createImportArgumentParser(
-                                                    objects.tree->texts, row.behavior);
+                                                    objects.tree.argumentTexts(), row.behavior);
                                             },
                                             observe}),
               0U);
-    EXPECT_GT(
-        failEveryAllocation(Operation{
-            prepareCommand(row.command),
-            [&](Parsing& objects) {
-                objects.parser = createImportArgumentParser({objects.tree.get(), 0}, row.behavior);
-            },
-            observe}),
-        0U);
+    EXPECT_GT(failEveryAllocation(Operation{
+                  prepareCommand(row.command),
+                  [&](Parsing& objects) {
+                      objects.parser = createImportArgumentParser({&objects.tree, 0}, row.behavior);
+                  },
+                  observe}),
+              0U);
 }
 
 // A parser that ran out of memory has given no result, and can only be destroyed.
@@ -581,7 +583,7 @@ TEST_P(Commands, AreParsedOrNot) {
     std::size_t const allocations = failEveryAllocation(Operation{
         [&] {
             Parsing objects = prepareCommand(row.command)();
-            objects.parser = createImportArgumentParser(objects.tree->texts, row.behavior);
+            objects.parser = createImportArgumentParser(objects.tree.argumentTexts(), row.behavior);
             return objects;
         },
         [](Parsing& objects) { objects.result = &objects.parser->parse(); }, Parsing::observe,
@@ -724,7 +726,8 @@ void failAdding(ImportEntry const& entry, int numberOfMore = 0) {
                 Scopes scopes = makeScopes();
                 for (int number = 0; number < numberOfMore; ++number) {
                     std::u16string const name = u"numberedName" + widened(std::to_string(number));
-                    scopes.list->addStaticImportEntry(makeName(name + u".n" + name));
+                    scopes.list->addStaticImportEntry(
+                        makeName(std::u16string(name).append(u".n").append(name)));
                     scopes.list->addStaticImportEntry(makePackage(u"p" + name));
                     if (number < 5) { // so that the set of both kinds grows at another size
                         scopes.list->addStaticImportEntry(makeWildcard(name + u".*"));
@@ -857,13 +860,11 @@ TEST(Lists, AnswerEveryOtherQuestionWithoutMemory) {
 template <typename Char>
 struct Printing {
     ImportEntry entry;
-    std::unique_ptr<std::basic_stringbuf<Char>> buffer =
-        std::make_unique<std::basic_stringbuf<Char>>();
-    std::unique_ptr<std::basic_ostream<Char>> stream =
-        std::make_unique<std::basic_ostream<Char>>(buffer.get());
+    std::basic_stringbuf<Char> buffer{};
+    std::basic_ostream<Char> stream{&buffer};
 
     void print() {
-        std::visit([this](auto const& itsEntry) { *stream << itsEntry; }, entry);
+        std::visit([this](auto const& itsEntry) { stream << itsEntry; }, entry);
     }
 
     static Texts observe(Printing const& objects) { return fieldsOf(objects.entry); }
@@ -879,20 +880,19 @@ void failPrinting(ImportEntry const& entry) {
         failEveryAllocation(Operation{[&] { return Objects{entry}; },
                                       [](Objects& objects) {
                                           objects.print();
-                                          if (objects.stream->bad()) {
+                                          if (objects.stream.bad()) {
                                               throw std::bad_alloc();
                                           }
-                                          EXPECT_TRUE(objects.stream->good());
+                                          EXPECT_TRUE(objects.stream.good());
                                       },
                                       Objects::observe, AfterFailure::IsOver});
     EXPECT_GT(allocations, 0U);
-    failEveryAllocation(Operation{[&] {
-                                      Objects objects{entry};
-                                      objects.stream->exceptions(std::ios_base::badbit);
-                                      return objects;
+    failEveryAllocation(Operation{[&] { return Objects{entry}; },
+                                  [](Objects& objects) {
+                                      objects.stream.exceptions(std::ios_base::badbit);
+                                      objects.print();
                                   },
-                                  [](Objects& objects) { objects.print(); }, Objects::observe,
-                                  AfterFailure::IsOver});
+                                  Objects::observe, AfterFailure::IsOver});
 }
 
 TEST(Printing, MakesTheStreamBadOrFails) {

@@ -41,6 +41,7 @@ void expectTheSameInManyThreads(Read const& read) {
     std::latch start(numberOfThreads);
     std::array<decltype(read()), numberOfThreads> answers;
     std::vector<std::thread> threads;
+    threads.reserve(numberOfThreads);
     for (auto& answer : answers) {
         threads.emplace_back([&] {
             start.arrive_and_wait();
