@@ -183,7 +183,7 @@ void measure(benchmark::State& state, std::size_t depth) {
     require(visible == expectedEntries<Entry>(scopes), "an enumeration");
 
     Measurement measurement(state);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::size_t sum = 0;
         contestant.forEach([&sum](auto const& entry) { sum += touch(entry); });
         benchmark::DoNotOptimize(sum);
@@ -193,18 +193,18 @@ void measure(benchmark::State& state, std::size_t depth) {
 
 template <typename Entry>
 void registerKind(std::size_t depth) {
-    auto const add = [depth](std::string_view contestant, auto function) {
+    auto const addContestant = [depth](std::string_view contestant, auto measureContestant) {
         std::string const name = "enumerate_" + std::string(KindOf<Entry>::name) + '/' +
                                  std::string(contestant) + "/depth:" + std::to_string(depth) +
                                  "/imports:" + std::to_string(importsPerScope);
-        benchmark::RegisterBenchmark(name.c_str(), function, depth);
+        add(name, [=](benchmark::State& state) { measureContestant(state, depth); });
     };
-    add("gleigem", measure<Entry, ByGleigem<Entry>>);
-    add("loop", measure<Entry, ByLoop<Entry>>);
-    add("nested_views", measure<Entry, ByNestedViews<Entry>>);
-    add("any_view_alone", measure<Entry, ByAnyViewAlone<Entry>>);
+    addContestant("gleigem", measure<Entry, ByGleigem<Entry>>);
+    addContestant("loop", measure<Entry, ByLoop<Entry>>);
+    addContestant("nested_views", measure<Entry, ByNestedViews<Entry>>);
+    addContestant("any_view_alone", measure<Entry, ByAnyViewAlone<Entry>>);
     if (depth <= workload::deepestForModel) {
-        add("model", measure<Entry, ByModel<Entry>>);
+        addContestant("model", measure<Entry, ByModel<Entry>>);
     }
 }
 

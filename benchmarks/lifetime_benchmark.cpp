@@ -86,7 +86,7 @@ void measure(benchmark::State& state, Timed timed, std::size_t numberOfEntries) 
         std::ranges::generate(copies, [] { return typename Contestant::List(); });
     };
     Measurement measurement(state);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (timed == Timed::Clone) {
             makeCopies();
             measurement.pause();
@@ -111,7 +111,7 @@ void measureChainDestruction(benchmark::State& state, std::size_t depth) {
     constexpr std::size_t leastLists = 256; // that are destroyed in one go
     std::vector<workload::ImportLists> chains;
     Measurement measurement(state);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         measurement.pause();
         while (chains.size() * depth < leastLists) {
             chains.emplace_back(scopes);
@@ -129,7 +129,9 @@ void registerContestant() {
              {std::pair("clone", Timed::Clone), std::pair("destroy", Timed::Destruction)}) {
             std::string const name = std::string(subject) + '/' + std::string(Contestant::name) +
                                      "/entries:" + std::to_string(count);
-            benchmark::RegisterBenchmark(name.c_str(), measure<Contestant>, timed, count);
+            add(name, [timed = timed, count](benchmark::State& state) {
+                measure<Contestant>(state, timed, count);
+            });
         }
     }
 }
@@ -140,9 +142,8 @@ void registerLifetime() {
     registerContestant<Gleigem>();
     registerContestant<ByHand>();
     for (std::size_t const depth : {1, 4, 16, 64}) {
-        benchmark::RegisterBenchmark(
-            ("destroy_chain/gleigem/depth:" + std::to_string(depth)).c_str(),
-            measureChainDestruction, depth);
+        add("destroy_chain/gleigem/depth:" + std::to_string(depth),
+            [depth](benchmark::State& state) { measureChainDestruction(state, depth); });
     }
 }
 

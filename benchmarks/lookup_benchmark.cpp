@@ -76,7 +76,10 @@ struct Chain {
     std::size_t depth;
     std::size_t importsPerScope;
 
-    friend auto operator<=>(Chain const&, Chain const&) = default;
+    friend bool operator<(Chain const& left, Chain const& right) {
+        return std::pair(left.depth, left.importsPerScope) <
+               std::pair(right.depth, right.importsPerScope);
+    }
 };
 
 LookupWorkload const& workloadOf(Chain chain) {
@@ -112,13 +115,13 @@ Contestant const& contestantOf(Chain chain) {
 
 template <typename Contestant, auto find>
 void measure(benchmark::State& state, Chain chain, Keys LookupWorkload::*keys) {
-    Contestant const& contestant = contestantOf<Contestant>(chain);
+    auto const& contestant = contestantOf<Contestant>(chain);
     std::vector<std::u16string> const& names = (workloadOf(chain).*keys).names;
     auto const numberOfThreads = static_cast<std::size_t>(state.threads());
     auto const thread = static_cast<std::size_t>(state.thread_index());
     std::size_t next = thread * workload::numberOfKeys / numberOfThreads;
     Measurement measurement(state);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         auto const found = std::invoke(find, contestant, names[next]);
         benchmark::DoNotOptimize(found);
         next = (next + 1) % workload::numberOfKeys;
@@ -130,7 +133,7 @@ void measureHash(benchmark::State& state) {
     std::vector<std::u16string> const& names = workloadOf({1, 8}).misses.names;
     std::size_t next = 0;
     Measurement measurement(state);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::size_t const hash = std::hash<std::u16string_view>{}(names[next]);
         benchmark::DoNotOptimize(hash);
         next = (next + 1) % workload::numberOfKeys;
@@ -146,17 +149,19 @@ std::string nameOf(std::string_view subject, std::string_view contestant, Chain 
 
 template <typename Contestant>
 void registerContestant(std::string_view name, Chain chain) {
-    auto const add = [&](std::string_view subject, auto function, Keys LookupWorkload::*keys) {
-        return benchmark::RegisterBenchmark(nameOf(subject, name, chain).c_str(), function, chain,
-                                            keys);
+    auto const addLookup = [&](std::string_view subject, auto measureLookup,
+                               Keys LookupWorkload::*keys) {
+        add(nameOf(subject, name, chain),
+            [=](benchmark::State& state) { measureLookup(state, chain, keys); });
     };
     auto* const findPackage = measure<Contestant, &Contestant::findPackage>;
     auto* const findFullyQualified = measure<Contestant, &Contestant::findFullyQualified>;
-    add("find_package_miss", findPackage, &LookupWorkload::misses);
-    add("find_fully_qualified_miss", findFullyQualified, &LookupWorkload::misses);
+    addLookup("find_package_miss", findPackage, &LookupWorkload::misses);
+    addLookup("find_fully_qualified_miss", findFullyQualified, &LookupWorkload::misses);
     if (chain.importsPerScope > 0) {
-        add("find_package_hit", findPackage, &LookupWorkload::packageHits);
-        add("find_fully_qualified_hit", findFullyQualified, &LookupWorkload::fullyQualifiedHits);
+        addLookup("find_package_hit", findPackage, &LookupWorkload::packageHits);
+        addLookup("find_fully_qualified_hit", findFullyQualified,
+                  &LookupWorkload::fullyQualifiedHits);
     }
 }
 
@@ -175,10 +180,10 @@ void registerThreads(Chain chain) {
         for (auto const& [subject, keys] :
              {std::pair("find_package_miss_by_threads", &LookupWorkload::misses),
               std::pair("find_package_hit_by_threads", &LookupWorkload::packageHits)}) {
-            benchmark::RegisterBenchmark(
-                nameOf(subject, "gleigem", chain).c_str(),
-                measure<workload::ImportLists, &workload::ImportLists::findPackage>, chain, keys)
-                ->Threads(threads);
+            add(nameOf(subject, "gleigem", chain), [chain, keys = keys](benchmark::State& state) {
+                measure<workload::ImportLists, &workload::ImportLists::findPackage>(state, chain,
+                                                                                    keys);
+            })->Threads(threads);
         }
     }
 }
@@ -186,7 +191,7 @@ void registerThreads(Chain chain) {
 } // namespace
 
 void registerLookup() {
-    benchmark::RegisterBenchmark("hash_of_name/std", measureHash);
+    add("hash_of_name/std", measureHash);
     for (std::size_t const depth : {1, 4, 16, 64}) {
         for (std::size_t const imports : {0, 8, 1'000}) {
             registerChain({depth, imports});

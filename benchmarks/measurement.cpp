@@ -13,6 +13,11 @@ void require(bool holds, std::string const& what) {
     }
 }
 
+benchmark::internal::Benchmark* add(std::string const& name,
+                                    std::function<void(benchmark::State&)> const& run) {
+    return benchmark::RegisterBenchmark(name.c_str(), run);
+}
+
 void Measurement::report(std::size_t itemsPerIteration) {
     using benchmark::Counter;
     auto const allocations = static_cast<double>(counted + support::countAllocations() - start);

@@ -9,12 +9,17 @@
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 namespace benchmarks {
 
 /// Ends the program with \p what on standard error, unless it holds.
 void require(bool holds, std::string const& what);
+
+/// Adds a benchmark to the suite.
+benchmark::internal::Benchmark* add(std::string const& name,
+                                    std::function<void(benchmark::State&)> const& run);
 
 /// Counts the allocations of a benchmark's loop beside its time. To be made right before the loop.
 class Measurement {

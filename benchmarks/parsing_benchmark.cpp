@@ -111,7 +111,7 @@ void classifyByGleigem(benchmark::State& state, Subject const& subject) {
     Texts const texts = subject.texts();
     subject.check(createImportArgumentParser(texts, subject.form.grammar)->parse());
     Measurement measurement(state);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         auto const parser = createImportArgumentParser(texts, subject.form.grammar);
         benchmark::DoNotOptimize(parser.get());
     }
@@ -122,7 +122,7 @@ void parseByGleigem(benchmark::State& state, Subject const& subject) {
     Texts const texts = subject.texts();
     subject.check(createImportArgumentParser(texts, subject.form.grammar)->parse());
     Measurement measurement(state);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         auto const parser = createImportArgumentParser(texts, subject.form.grammar);
         benchmark::DoNotOptimize(parser->parse().data());
     }
@@ -133,7 +133,7 @@ void classifyByFloor(benchmark::State& state, Subject const& subject) {
     Texts const texts = subject.texts();
     subject.check(floors::CopiedCommand(texts, *subject.form.floor).copyEntries());
     Measurement measurement(state);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         auto const command = std::make_unique<floors::CopiedCommand>(texts, *subject.form.floor);
         benchmark::DoNotOptimize(command.get());
     }
@@ -144,7 +144,7 @@ void parseByFloor(benchmark::State& state, Subject const& subject) {
     Texts const texts = subject.texts();
     subject.check(floors::CopiedCommand(texts, *subject.form.floor).copyEntries());
     Measurement measurement(state);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         auto const command = std::make_unique<floors::CopiedCommand>(texts, *subject.form.floor);
         benchmark::DoNotOptimize(command->copyEntries().data());
     }
@@ -154,23 +154,24 @@ void parseByFloor(benchmark::State& state, Subject const& subject) {
 void parseByModel(benchmark::State& state, Subject const& subject) {
     Texts const texts = subject.texts();
     Measurement measurement(state);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(model::parseCommand(texts, subject.form.grammar == newGrammar));
     }
     measurement.report(texts.size());
 }
 
 void registerSubject(Subject const& subject) {
-    auto const add = [&subject](std::string_view stage, std::string_view contestant,
-                                void (*function)(benchmark::State&, Subject const&)) {
-        benchmark::RegisterBenchmark(subject.name(stage, contestant).c_str(), function, subject);
+    auto const addStage = [&subject](std::string_view stage, std::string_view contestant,
+                                     void (*measure)(benchmark::State&, Subject const&)) {
+        add(subject.name(stage, contestant),
+            [=](benchmark::State& state) { measure(state, subject); });
     };
-    add("classify", "gleigem", classifyByGleigem);
-    add("parse", "gleigem", parseByGleigem);
-    add("parse", "model", parseByModel);
+    addStage("classify", "gleigem", classifyByGleigem);
+    addStage("parse", "gleigem", parseByGleigem);
+    addStage("parse", "model", parseByModel);
     if (subject.form.floor) {
-        add("classify", "copied_texts", classifyByFloor);
-        add("parse", "copied_texts", parseByFloor);
+        addStage("classify", "copied_texts", classifyByFloor);
+        addStage("parse", "copied_texts", parseByFloor);
     }
 }
 

@@ -86,9 +86,9 @@ Keys drawHits(Scopes const& scopes, Draws& draws, Kind kind) {
         std::size_t const level = draws.below(scopes.size());
         std::u16string const& import = draws.oneOf(scopes[level].*kind);
         keys.names.push_back(introducedName(import));
-        keys.answers.push_back(Answer{import, level + 1 == scopes.size()
-                                                  ? lf::import::EntryOrigin::ThisList
-                                                  : lf::import::EntryOrigin::Ancestor});
+        keys.answers.emplace_back(Answer{import, level + 1 == scopes.size()
+                                                     ? lf::import::EntryOrigin::ThisList
+                                                     : lf::import::EntryOrigin::Ancestor});
     }
     return keys;
 }

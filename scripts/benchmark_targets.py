@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Compares a run of the benchmark suite with its targets; prints a table.
 
-    benchmark_targets.py BENCHMARKS_JSON BUILD_COSTS_JSON [--markdown]
+    benchmark_targets.py BENCHMARKS_JSON GROWTH_JSON BUILD_COSTS_JSON [--markdown]
+
+GROWTH_JSON has the instructions that lists of growing size take, by `subject/entries:size`.
 
 Exit status 1 when a benchmark is absent; a missed target is only reported.
 """
@@ -81,9 +83,9 @@ def against(results, target, subject, circumstance, reference, limit, counter="t
     return Row(target, show(own), f"{show(floor)}, {reference.replace('_', ' ')}", ratio, limit)
 
 
-def exponent(results, name, per_size):
+def exponent(total_cost):
     """That of the total cost of n items in n, by least squares over logarithms."""
-    points = [(math.log(n), math.log(n * results.time(name + per_size.format(n)))) for n in SIZES]
+    points = [(math.log(n), math.log(total_cost(n))) for n in SIZES]
     mean_x = sum(x for x, _ in points) / len(points)
     mean_y = sum(y for _, y in points) / len(points)
     return (sum((x - mean_x) * (y - mean_y) for x, y in points)
@@ -91,8 +93,11 @@ def exponent(results, name, per_size):
 
 
 def growth(results, target, subject, per_size, reference, limit):
-    own = exponent(results, f"{subject}/gleigem/", per_size)
-    floor = exponent(results, f"{subject}/{reference}/", per_size)
+    """The exponent of the time, which memory caches have a share in; the floor's shows how much."""
+    def of(whose):
+        return exponent(lambda n: n * results.time(f"{subject}/{whose}/{per_size.format(n)}"))
+
+    own, floor = of("gleigem"), of(reference)
     return Row(target, f"{own:.2f}", f"{floor:.2f}, {reference.replace('_', ' ')}", own, limit)
 
 
@@ -142,12 +147,18 @@ def adding_targets(results):
         for size in (1_000, 100_000):
             yield against(results, f"add {kind.replace('_', ' ')}, to {size:,}", f"add_{kind}", f"entries:{size}",
                           "by_hand", 1.3)
-    for kind in kinds:
-        yield growth(results, f"add {kind.replace('_', ' ')}, exponent of growth", f"add_{kind}", "entries:{}",
+
+
+def growth_targets(results, instructions):
+    for kind in ("package", "fully_qualified_of_one_root"):
+        yield growth(results, f"add {kind.replace('_', ' ')}, exponent of time", f"add_{kind}", "entries:{}",
                      "by_hand", 1.1)
     for outcome in ("miss", "hit"):
-        yield growth(results, f"find package, {outcome}, exponent of growth", f"find_package_{outcome}",
+        yield growth(results, f"find package, {outcome}, exponent of time", f"find_package_{outcome}",
                      "depth:1/imports:{}", "absl_maps", 1.1)
+    for operation in ("add", "find"):
+        own = exponent(lambda n, start=f"{operation}_names/entries:": instructions[start + str(n)])
+        yield Row(f"{operation} fully qualified of one root, exponent of instructions", f"{own:.2f}", "", own, 1.1)
 
 
 def build_targets(costs):
@@ -159,10 +170,10 @@ def build_targets(costs):
     yield Row("libgleigem.so, load-time relocations", str(costs["library"]["relocations"]))
 
 
-def all_targets(results, costs):
+def all_targets(results, instructions, costs):
     """Every target, as rows of the table."""
     return [*lookup_targets(results), *enumeration_targets(results), *parsing_targets(results),
-            *adding_targets(results), *build_targets(costs)]
+            *adding_targets(results), *growth_targets(results, instructions), *build_targets(costs)]
 
 
 HEADINGS = ["target", "measured", "floor", "ratio", "limit", ""]
@@ -184,10 +195,12 @@ def as_markdown(rows):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
     parser.add_argument("benchmarks", type=Path)
+    parser.add_argument("growth", type=Path)
     parser.add_argument("costs", type=Path)
     parser.add_argument("--markdown", action="store_true")
     options = parser.parse_args()
-    rows = all_targets(Results(options.benchmarks), json.loads(options.costs.read_text()))
+    rows = all_targets(Results(options.benchmarks), json.loads(options.growth.read_text()),
+                       json.loads(options.costs.read_text()))
     print(as_markdown(rows) if options.markdown else as_table(rows))
 
 

@@ -7,7 +7,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
 build=build/release
-counts=$build/instructions
+counts=$build/instructions.json
 baseline=benchmarks/instruction_baseline.json
 
 require_packages "${benchmark_packages[@]}"
@@ -19,27 +19,19 @@ step "building what is counted"
 cmake --build --preset release --target gleigem_instruction_count
 
 step "counting instructions"
-rm -rf "$counts"
-mkdir "$counts"
-valgrind --quiet --tool=callgrind --collect-atstart=no --callgrind-out-file="$counts/callgrind.out" \
-    $build/benchmarks/gleigem_instruction_count
+scripts/count_instructions.py $build >"$counts"
 compiler=$("$(sed -n 's/^CMAKE_CXX_COMPILER:[A-Z]*=//p' $build/CMakeCache.txt)" --version | head -1)
 
 step "comparing with $baseline"
 python3 - "$counts" "$baseline" "${compiler#* }" "${1-}" <<'PYTHON'
 import json
-import re
 import sys
 from pathlib import Path
 
-counts_folder, baseline_file, compiler, option = sys.argv[1:]
+counts_file, baseline_file, compiler, option = sys.argv[1:]
 tolerance = 1.10
 
-counts = {}
-for dump in sorted(Path(counts_folder).glob("callgrind.out.*"), key=lambda path: int(path.suffix[1:])):
-    text = dump.read_text()
-    counts[re.search(r"^desc: Trigger: Client Request: (.*)$", text, re.M)[1]] = int(
-        re.search(r"^totals: (\d+)$", text, re.M)[1])
+counts = json.loads(Path(counts_file).read_text())
 
 if option == "--update":
     Path(baseline_file).write_text(json.dumps({"compiler": compiler, "instructions": counts}, indent=2) + "\n")

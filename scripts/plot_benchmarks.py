@@ -101,7 +101,7 @@ def plot_adding(results):
             draw(axes, results, f"add_{kind}", ("gleigem", "by_hand", "model"), "entries")
             axes.yaxis.set_major_locator(LogLocator(subs=(1, 2, 5)))
         return fill
-    return two_panels([("packages", panel("package")), ("fully qualified names", panel("fully_qualified"))],
+    return two_panels([("packages", panel("package")), ("fully qualified names of one root", panel("fully_qualified_of_one_root"))],
                       "time per added entry [ns]", "entries added to one list")
 
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Fills the marked places of docs/performance.md with the figures of a run of the benchmark suite.
 
-    update_performance_page.py BENCHMARKS_JSON BUILD_COSTS_JSON PAGE
+    update_performance_page.py BENCHMARKS_JSON GROWTH_JSON BUILD_COSTS_JSON PAGE
 
 A place reads `<!-- begin NAME -->`, lines, `<!-- end NAME -->`; the lines between are replaced.
 """
@@ -86,6 +86,7 @@ def fill(page, name, text):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
     parser.add_argument("benchmarks", type=Path)
+    parser.add_argument("growth", type=Path)
     parser.add_argument("costs", type=Path)
     parser.add_argument("page", type=Path)
     options = parser.parse_args()
@@ -93,7 +94,8 @@ def main():
     page = options.page.read_text()
     page = fill(page, "costs", costs_table(results))
     page = fill(page, "machine", machine_list(results, costs))
-    page = fill(page, "targets", as_markdown(all_targets(results, costs)))
+    instructions = json.loads(options.growth.read_text())
+    page = fill(page, "targets", as_markdown(all_targets(results, instructions, costs)))
     options.page.write_text(page)
 
 
