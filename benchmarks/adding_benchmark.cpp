@@ -148,12 +148,25 @@ std::vector<typename Contestant::Entry> makeEntries(EntryMaker make, std::size_t
 template <typename Contestant>
 using Addition = decltype(&Contestant::add);
 
+// None of the first thousand entries is refused or left out; the loop itself only looks at the
+// size.
+template <typename Contestant>
+void checkGrowth(EntryMaker make, Addition<Contestant> addTo, std::size_t count) {
+    auto entries = makeEntries<Contestant>(make, std::min<std::size_t>(count, 1'000));
+    typename Contestant::List list = Contestant::create();
+    for (typename Contestant::Entry& entry : entries) {
+        require(!addTo(list, entry), "an entry that is added");
+    }
+    require(Contestant::size(list) == entries.size(), "the number of added entries");
+}
+
 template <typename Contestant>
 void measureGrowth(benchmark::State& state, EntryMaker make, Addition<Contestant> addTo,
                    std::size_t count) {
     constexpr std::size_t leastAdditions = 2'048; // that are timed in one go
     std::size_t const numberOfLists = std::max<std::size_t>(1, leastAdditions / count);
     namesFor(count);
+    checkGrowth<Contestant>(make, addTo, count);
     std::vector<std::vector<typename Contestant::Entry>> supplies(numberOfLists);
     std::vector<typename Contestant::List> lists(numberOfLists);
     Measurement measurement(state);
