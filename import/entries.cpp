@@ -18,6 +18,13 @@ PackageImportEntry::PackageImportEntry(PackageNameImportArgument&& argument)
     : packageSpecifier(argument.name, GetComponentVersionRangeFactory()),
       introducedName(packageSpecifier.Name()) {}
 
+// Equal to the entry that only reads its argument, without a copy of the name, unless the package
+// descriptor library calls the package something else than the argument does.
+PackageImportEntry::PackageImportEntry(PackageNameImportArgument&& argument, TakeName /*tag*/)
+    : packageSpecifier(argument.name, GetComponentVersionRangeFactory()),
+      introducedName(packageSpecifier.Name() == argument.name ? std::move(argument.name)
+                                                              : packageSpecifier.Name()) {}
+
 // The name is copied before the private constructor moves the specifier: a copy that fails leaves
 // the argument whole.
 PackageImportEntry::PackageImportEntry(VersionedPackageImportArgument&& argument)

@@ -201,6 +201,7 @@ class Analysis {
         std::vector<VisibleName> const visible =
             lists->visibleNames(analysed.use.scope, mostComparedNames);
         std::vector<std::u16string_view> names;
+        names.reserve(visible.size());
         for (VisibleName const& candidate : visible) {
             names.push_back(candidate.name);
         }

@@ -96,14 +96,11 @@ ParsedImportArgument makeWildcard(DottedName const& name, Warning&& warning = {}
     return ParsedImportArgument(std::in_place_type<WildcardImportArgument>, InPlace{record});
 }
 
-bool hasDot(std::u16string_view argument) noexcept {
-    return argument.find(u'.') != std::u16string_view::npos;
-}
-
-// Counts, for want of an early exit: nearly every argument has no `@` and is read to its end, and a
-// loop that always is can be vectorised. A command of long names parses in a tenth less time.
-bool hasAt(std::u16string_view argument) noexcept {
-    return std::ranges::count(argument, u'@') != 0;
+// Counts, for want of an early exit: most texts have no `@` and plain names no dot, so they are read
+// to their end, and a loop that always is can be vectorised. A command of long names parses in a
+// tenth less time.
+bool contains(std::u16string_view text, char16_t unit) noexcept {
+    return std::ranges::count(text, unit) != 0;
 }
 
 } // namespace
@@ -120,10 +117,10 @@ ParsedImportArgument classifyArgument(std::u16string_view argument) {
     if (argument.empty()) {
         return IgnoredArgument{};
     }
-    if (hasAt(argument)) { // before the dots: `a.b@1.0` is a package
+    if (contains(argument, u'@')) { // before the dots: `a.b@1.0` is a package
         return classifyVersionedPackage(argument);
     }
-    if (hasDot(argument)) {
+    if (contains(argument, u'.')) {
         return classifyDottedName(argument);
     }
     if (argument == asWord) {
@@ -139,7 +136,7 @@ ParsedImportArgument classifyLegacyArgument(std::u16string_view argument) {
     if (argument == u".*") { // nothing left to import, yet the severity stays a warning's
         return InvalidImportArgument{malformedWarning(argument)};
     }
-    if (hasDot(argument)) {
+    if (contains(argument, u'.')) {
         return classifyLegacyDottedName(argument);
     }
     return InvalidImportArgument{makeMsgHolder<messages::importArgumentWithoutDot>()};

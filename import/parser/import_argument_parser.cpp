@@ -132,7 +132,10 @@ void ImportArgumentParser::takePackage() {
     ImportArgumentIndex const index = consume();
     ParsedImportArgument& argument = arguments[index];
     if (auto* const package = std::get_if<PackageNameImportArgument>(&argument)) {
-        append<PackageImportEntry>(entries, index, std::move(*package));
+        auto const entry = [package] {
+            return PackageImportEntry(std::move(*package), PackageImportEntry::TakeName());
+        };
+        append<PackageImportEntry>(entries, index, InPlace{entry});
     } else {
         append<PackageImportEntry>(entries, index,
                                    std::move(std::get<VersionedPackageImportArgument>(argument)));
