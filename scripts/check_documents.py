@@ -4,10 +4,12 @@
 A block is marked by an HTML comment on the line before it:
 
     <!-- file: PATH -->   the block is that file, whole
+    <!-- excerpt: PATH -->
+                          the block is lines that follow each other in that file
     <!-- run -->          each line of the block that starts with "$ " is a command, run in the root folder
                           of the project; what follows it is its output, standard error included
 
-In an output a line "..." stands for any lines, and times ("0.001 s") are not compared.
+In an output or excerpt a line "..." stands for any lines, and times ("0.001 s") are not compared.
 
     check_documents.py [--bin FOLDER]... [--update] DOCUMENT...
 
@@ -24,7 +26,7 @@ import sys
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
-BLOCK = re.compile(r"(?ms)^<!-- (file: (?P<file>\S+)|run) -->\n```\w*\n(?P<body>.*?)^```$")
+BLOCK = re.compile(r"(?ms)^<!-- ((?P<part>file|excerpt): (?P<file>\S+)|run) -->\n```\w*\n(?P<body>.*?)^```$")
 
 
 def run(command, environment):
@@ -57,9 +59,9 @@ def check(document, environment, update):
     def compare(block):
         body = block["body"]
         actual = (ROOT / block["file"]).read_text() if block["file"] else transcript(body, environment)
-        if matches(body, actual):
+        if matches(f"...\n{body}...\n" if block["part"] == "excerpt" else body, actual):
             return block[0]
-        if update and "...\n" not in body.splitlines(keepends=True):
+        if update and block["part"] != "excerpt" and "...\n" not in body.splitlines(keepends=True):
             return text[block.start():block.start("body")] + actual + text[block.end("body"):block.end()]
         line = text.count("\n", 0, block.start()) + 1
         differences.extend(difflib.unified_diff(body.splitlines(), actual.splitlines(), f"{document}:{line}",
