@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// The span in which the library takes the arguments of a command.
+
+#include <span>
+
+namespace cppcompat {
+
+using std::span;
+
+} // namespace cppcompat
