@@ -18,6 +18,7 @@ test_packages=(
     "libgmock-dev        <gmock/gmock.h>"
     "librapidcheck-dev   <rapidcheck.h>"
     "pkgconf             pkg-config"
+    "python3-jsonschema  import jsonschema"
     "clang-19            clang++-19"
     "libc++-19-dev       /usr/lib/llvm-19/include/c++/v1/version"
     "libc++abi-19-dev    /usr/lib/llvm-19/lib/libc++abi.so"
