@@ -11,8 +11,9 @@ Every marked block is compared with what it claims to be. The mark is an HTML co
     <!-- not run: REASON -->    nobody runs these commands, and why
     <!-- fields: PATH#NAME -->  the table lists the fields of an object, the definition NAME of that JSON Schema
 
-In an output or excerpt a line "..." stands for any lines, and times ("0.001 s") are not compared. Every ```console block
-needs one of these marks. Every relative link and image must lead to a file, and to a heading where it names one.
+In an output or excerpt a line "..." stands for any lines, and times ("0.001 s") are not compared. Every
+```console block needs one of these marks. Every relative link and image must lead to a file, and to a heading
+where it names one.
 
     check_documents.py [--bin FOLDER]... [--update] [--allow-unmarked] DOCUMENT...
 
@@ -113,8 +114,7 @@ class Document:
         self.problems = []
 
     def check(self):
-        updated = TABLE.sub(self.check_table, self.text)
-        self.text = updated
+        self.text = TABLE.sub(self.check_table, self.text)
         updated = FENCE.sub(self.check_fence, self.text)
         if self.updates:
             self.path.write_text(updated)
@@ -144,13 +144,15 @@ class Document:
         kind, _, detail = (block["mark"] or "").partition(": ")
         if kind == "file":
             return self.compare(block, (ROOT / detail).read_text(), detail)
-        if kind == "excerpt":
-            self.check_excerpt(block, ROOT / detail)
         if kind == "run":
             return self.compare(block, transcript(block["body"], self.environment), "what the commands print")
-        if kind == "run by":
+        if kind == "excerpt":
+            self.check_excerpt(block, ROOT / detail)
+        elif kind == "run by":
             self.check_runner(block, ROOT / detail)
-        elif not (kind == "not run" and detail) and block["language"] == "console" and not self.allows_unmarked:
+        elif block["mark"] and not (kind == "not run" and detail):
+            self.problems.append(f"{self.place(block)}: no block is marked so")
+        elif not block["mark"] and block["language"] == "console" and not self.allows_unmarked:
             self.problems.append(f"{self.place(block)}: the block does not say who runs its commands")
         return block[0]
 
