@@ -12,16 +12,23 @@ demo_packages=(
     "nlohmann-json3-dev  <nlohmann/json.hpp>"
 )
 
+package_packages=(
+    "dpkg-dev            dpkg-shlibdeps"
+    "file                file"
+    "pkgconf             pkg-config"
+)
+
 test_packages=(
     "${demo_packages[@]}"
     "libgtest-dev        <gtest/gtest.h>"
     "libgmock-dev        <gmock/gmock.h>"
     "librapidcheck-dev   <rapidcheck.h>"
-    "pkgconf             pkg-config"
     "python3-jsonschema  import jsonschema"
     "clang-19            clang++-19"
     "libc++-19-dev       /usr/lib/llvm-19/include/c++/v1/version"
     "libc++abi-19-dev    /usr/lib/llvm-19/lib/libc++abi.so"
+    "gdb                 gdb"
+    "${package_packages[@]}"
 )
 
 abi_packages=(
@@ -32,6 +39,15 @@ abi_packages=(
 lint_packages=(
     "clang-format-14     clang-format-14"
     "clang-tidy-14       run-clang-tidy-14"
+)
+
+# Every compiler that the headers are compiled with.
+header_packages=(
+    "${demo_packages[@]}"
+    "clang-14            clang++-14"
+    "clang-16            clang++-16"
+    "clang-19            clang++-19"
+    "libc++-19-dev       /usr/lib/llvm-19/include/c++/v1/version"
 )
 
 fuzz_packages=(
