@@ -31,6 +31,7 @@ enum class EntryOrigin : std::int32_t {
 struct FoundImportEntry {
     /// Owned by the list that holds it; valid until that list is added to or destroyed.
     PackageImportEntry const& entry;
+    /// Which list holds it.
     EntryOrigin origin;
 };
 
@@ -39,6 +40,7 @@ struct FoundFullyQualifiedName {
     /// The argument as it was written; a view into the stored entry, valid until its list is added
     /// to or destroyed.
     std::u16string_view rawArgument;
+    /// Which list holds the entry.
     EntryOrigin origin;
 };
 

@@ -32,36 +32,46 @@ namespace message_arguments {
 
 /// The import argument, exactly as written.
 struct ImportArgument {
+    /// Not owned.
     std::u16string_view text;
 
+    /// Views \p argument.
     constexpr explicit ImportArgument(std::u16string_view argument) noexcept : text(argument) {}
 };
 
 /// The reserved word found in the import argument.
 struct ReservedWord {
+    /// Not owned.
     std::u16string_view text;
 
+    /// Views \p word.
     constexpr explicit ReservedWord(std::u16string_view word) noexcept : text(word) {}
 };
 
 /// What stands in the place of an alias, as written.
 struct RejectedAlias {
+    /// Not owned.
     std::u16string_view text;
 
+    /// Views \p alias.
     constexpr explicit RejectedAlias(std::u16string_view alias) noexcept : text(alias) {}
 };
 
 /// What the refused entry imports: the specifier of a package, the raw argument of a name.
 struct RefusedImport {
+    /// Not owned.
     std::u16string_view text;
 
+    /// Views \p refused.
     constexpr explicit RefusedImport(std::u16string_view refused) noexcept : text(refused) {}
 };
 
 /// The name that the refused entry introduces.
 struct IntroducedName {
+    /// Not owned.
     std::u16string_view text;
 
+    /// Views \p name.
     constexpr explicit IntroducedName(std::u16string_view name) noexcept : text(name) {}
 };
 
@@ -70,7 +80,9 @@ struct IntroducedName {
 /// A kind of diagnostic, with the types of its arguments in the order in which messages carry them.
 template <typename... Arguments>
 struct MessageDefinition {
+    /// What names the kind within the catalogue.
     std::string_view key;
+    /// Of every message of the kind.
     Severity severity;
 };
 
@@ -117,10 +129,14 @@ inline constexpr MessageDefinition<> invalidPackageFunctionAbbreviation{"Invalid
 
 /// A kind of diagnostic as plain data.
 struct MessageKey {
+    /// What names the kind within the catalogue.
     std::string_view key;
+    /// Of every message of the kind.
     Severity severity;
+    /// How many arguments each message of the kind carries.
     std::size_t numberOfArguments;
 
+    /// The data of \p definition.
     template <typename... Arguments>
     constexpr explicit MessageKey(MessageDefinition<Arguments...> const& definition) noexcept
         : key(definition.key),

@@ -16,15 +16,25 @@
 
 namespace lf::import {
 
+/// Writes `a.b.c` in UTF-8.
 GLEIGEM_EXPORT std::ostream& operator<<(std::ostream& stream,
                                         FullyQualifiedImportEntry const& entry);
+
+/// Writes `a.b.*` in UTF-8.
 GLEIGEM_EXPORT std::ostream& operator<<(std::ostream& stream, WildcardImportEntry const& entry);
+
+/// Writes `pkg@^1.2 as p` in UTF-8.
 GLEIGEM_EXPORT std::ostream& operator<<(std::ostream& stream, PackageImportEntry const& entry);
 
+/// Writes `a.b.c`.
 GLEIGEM_EXPORT std::basic_ostream<char16_t>& operator<<(std::basic_ostream<char16_t>& stream,
                                                         FullyQualifiedImportEntry const& entry);
+
+/// Writes `a.b.*`.
 GLEIGEM_EXPORT std::basic_ostream<char16_t>& operator<<(std::basic_ostream<char16_t>& stream,
                                                         WildcardImportEntry const& entry);
+
+/// Writes `pkg@^1.2 as p`.
 GLEIGEM_EXPORT std::basic_ostream<char16_t>& operator<<(std::basic_ostream<char16_t>& stream,
                                                         PackageImportEntry const& entry);
 

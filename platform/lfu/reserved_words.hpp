@@ -13,6 +13,7 @@ namespace lfu {
 /// Whether \p word is a reserved word, case-sensitively.
 ///
 /// A word with a meaning in one place only, such as `as`, is not reserved.
+/// \param word in UTF-16, of any length.
 /// \param selector chooses a dialect of the language; there is one, so that every value means the
 /// same.
 GLEIGEM_PLATFORM_EXPORT bool isReservedWord(std::u16string const& word, int selector);

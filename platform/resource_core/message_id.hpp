@@ -41,6 +41,7 @@ class GLEIGEM_PLATFORM_EXPORT GenericMsgIDHolder {
         EmptyGenericMsgIDHolder& operator=(EmptyGenericMsgIDHolder const&) noexcept = default;
         ~EmptyGenericMsgIDHolder() override;
 
+        /// What went wrong, in a few words. Lives for ever.
         char const* what() const noexcept override;
     };
 

@@ -67,3 +67,7 @@ benchmark_packages=(
 plot_packages=(
     "python3-matplotlib  import matplotlib"
 )
+
+reference_packages=(
+    "doxygen             doxygen"
+)

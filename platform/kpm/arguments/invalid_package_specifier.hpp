@@ -13,6 +13,7 @@ namespace kpm::arguments {
 
 /// Tag of the exception with which a text is refused as a package specifier or version range.
 struct GLEIGEM_PLATFORM_EXPORT InvalidPackageSpecifier {
+    /// What the exception answers to what().
     static constexpr char const* description = "invalid package specifier";
 };
 

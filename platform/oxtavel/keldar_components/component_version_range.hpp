@@ -49,6 +49,7 @@ enum class VersionRelation {
 
 /// One condition of a range.
 struct GLEIGEM_PLATFORM_EXPORT VersionComparator {
+    /// How an accepted version stands to the written one.
     VersionRelation relation = VersionRelation::Any;
     /// Without numbers when the relation is Any.
     ComponentVersion version;
@@ -58,6 +59,7 @@ struct GLEIGEM_PLATFORM_EXPORT VersionComparator {
 
 /// The conditions that a version must meet, all of them; none when any version will do.
 struct GLEIGEM_PLATFORM_EXPORT ComponentVersionRange {
+    /// In the order in which they are written.
     std::vector<VersionComparator> comparators;
 
     /// The range as it is written: `>=1.2,<2`.
