@@ -81,43 +81,44 @@ class RunCursor {
   public:
     RunCursor() = default;
 
-    explicit RunCursor(ImportList const& list) : asked(&list), reached(&list) { skipHidden(); }
-
-    Entry const& read() const { return reached->ownEntries<Entry>()[position]; }
-
-    void next() {
-        ++position;
+    explicit RunCursor(ImportList const& list) noexcept : asked(&list) {
+        moveTo(&list);
         skipHidden();
     }
 
-    bool equal(RunCursor const& other) const noexcept {
-        return reached == other.reached && position == other.position;
+    Entry const& read() const noexcept { return *entry; }
+
+    void next() {
+        ++entry;
+        skipHidden();
     }
+
+    bool equal(RunCursor const& other) const noexcept { return entry == other.entry; }
 
     bool equal(ranges::default_sentinel_t) const noexcept { return reached == nullptr; }
 
   private:
+    // Null ends the walk.
+    void moveTo(ImportList const* list) noexcept {
+        reached = list;
+        entry = list != nullptr ? list->ownEntries<Entry>().data() : nullptr;
+    }
+
     void skipHidden() {
         while (reached != nullptr) {
             std::vector<Entry> const& entries = reached->ownEntries<Entry>();
-            while (position < entries.size() && isHiddenOnTheWay(entries[position])) {
-                ++position;
+            for (Entry const* const end = entries.data() + entries.size(); entry != end; ++entry) {
+                if (reached == asked || !isHidden(*entry, ListChain(asked, reached))) {
+                    return;
+                }
             }
-            if (position < entries.size()) {
-                return;
-            }
-            reached = reached->ancestors().first;
-            position = 0;
+            moveTo(reached->ancestors().first);
         }
-    }
-
-    bool isHiddenOnTheWay(Entry const& entry) const {
-        return reached != asked && isHidden(entry, ListChain(asked, reached));
     }
 
     ImportList const* asked = nullptr;
     ImportList const* reached = nullptr; // null at the end
-    std::size_t position = 0;
+    Entry const* entry = nullptr;        // of the list reached
 };
 
 // The visible entries of a list all of whose ancestors are ImportLists.

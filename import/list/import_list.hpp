@@ -84,7 +84,8 @@ class ImportList final : public IImportList {
 
   private:
     using Refusal = std::optional<resource_core::GenericMsgIDHolder>;
-    using PackageConflictCheck = Refusal (ImportList::*)(PackageImportEntry const&) const;
+    using PackageConflictCheck = Refusal (ImportList::*)(PackageImportEntry const& entry,
+                                                         NameKey const& name) const;
 
     std::size_t numberOfOwnEntries() const noexcept;
 
@@ -93,8 +94,8 @@ class ImportList final : public IImportList {
     FullyQualifiedImportEntry const* probeFullyQualified(NameKey const& name) const noexcept;
     bool probeRawArguments(NameKey const& rawArgument) const noexcept;
 
-    Refusal checkDynamicPackage(PackageImportEntry const& entry) const;
-    Refusal checkStaticPackage(PackageImportEntry const& entry) const;
+    Refusal checkDynamicPackage(PackageImportEntry const& entry, NameKey const& name) const;
+    Refusal checkStaticPackage(PackageImportEntry const& entry, NameKey const& name) const;
     Refusal add(ImportEntry&& entry, PackageConflictCheck check);
     Refusal addPackage(PackageImportEntry&& entry, PackageConflictCheck check);
     Refusal addFullyQualified(FullyQualifiedImportEntry&& entry);

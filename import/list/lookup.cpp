@@ -34,9 +34,8 @@ auto askRun(ImportList const* first, AskOwn askOwn) -> decltype(askOwn(*first)) 
 
 // The first answer from a list of another make outward. Such a list answers for itself and whatever
 // it knows of its ancestors; if that is nothing, the walk goes on from the parent that it names.
-// Not inlined: its shared pointer would cost every lookup that meets no such list.
 template <typename AskOwn, typename AskForeign>
-[[gnu::noinline]] auto askBeyond(IImportList const* foreign, AskOwn askOwn, AskForeign askForeign)
+auto askBeyond(IImportList const* foreign, AskOwn askOwn, AskForeign askForeign)
     -> decltype(askForeign(*foreign)) {
     std::shared_ptr<IImportList const> held;
     while (foreign != nullptr) {
