@@ -16,6 +16,8 @@ package_packages=(
     "dpkg-dev            dpkg-shlibdeps"
     "file                file"
     "pkgconf             pkg-config"
+    "doxygen             doxygen"
+    "gdb                 gdb"
 )
 
 test_packages=(
@@ -27,7 +29,6 @@ test_packages=(
     "clang-19            clang++-19"
     "libc++-19-dev       /usr/lib/llvm-19/include/c++/v1/version"
     "libc++abi-19-dev    /usr/lib/llvm-19/lib/libc++abi.so"
-    "gdb                 gdb"
     "${package_packages[@]}"
 )
 

@@ -1,0 +1,130 @@
+#!/usr/bin/env python3
+"""Looks into the Debian packages of a build: their files, what they ask of a machine, and what is in the libraries."""
+
+import argparse
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+options = argparse.Namespace()
+
+
+def output_of(*command):
+    return subprocess.run(command, check=True, text=True, stdout=subprocess.PIPE).stdout
+
+
+class Package:
+    """One .deb file."""
+
+    def __init__(self, name):
+        self.name = name
+        self.path = next(options.packages.glob(f"{name}_*.deb"))
+
+    def field(self, name):
+        return output_of("dpkg-deb", "--field", self.path, name).strip()
+
+    def dependencies(self):
+        """The condition on the version, or None, by name of package."""
+        parts = (re.fullmatch(r"(\S+)(?: \((.*)\))?", part) for part in self.field("Depends").split(", "))
+        return {part[1]: part[2] for part in parts}
+
+    def entries(self):
+        """Mode, owner and path of all that it unpacks, folders included."""
+        for line in output_of("dpkg-deb", "--contents", self.path).splitlines():
+            mode, owner, _, _, _, path = line.split(maxsplit=5)
+            yield mode, owner, path.removeprefix("./")
+
+    def files(self):
+        return sorted(path for mode, _, path in self.entries() if not mode.startswith("d"))
+
+    def control_files(self):
+        """The texts by name."""
+        with tempfile.TemporaryDirectory() as folder:
+            subprocess.run(["dpkg-deb", "--control", self.path, folder], check=True)
+            return {file.name: file.read_text(encoding="utf-8") for file in Path(folder).iterdir()}
+
+
+def listed(name):
+    return sorted((options.files / f"{name}_files.txt").read_text(encoding="utf-8").splitlines())
+
+
+class Packages(unittest.TestCase):
+    def setUp(self):
+        self.runtime = Package(f"libgleigem{options.soversion}")
+        self.development = Package("libgleigem-dev")
+        self.libraries = [file for file in (options.unpacked / "usr/lib").rglob("*.so.*") if not file.is_symlink()]
+
+    def test_there_are_two(self):
+        self.assertEqual(len(list(options.packages.glob("*.deb"))), 2)
+
+    def test_hold_these_files_and_no_other(self):
+        self.assertEqual(self.runtime.files(), listed("runtime"))
+        self.assertEqual(self.development.files(), listed("development"))
+
+    def test_belong_to_root_and_are_written_by_nobody_else(self):
+        for package in (self.runtime, self.development):
+            for mode, owner, path in package.entries():
+                expected = {"d": "drwxr-xr-x", "l": "lrwxrwxrwx", "-": "-rw-r--r--"}[mode[0]]
+                self.assertEqual((mode, owner), (expected, "root/root"), path)
+
+    def test_describe_themselves(self):
+        for package, section in ((self.runtime, "libs"), (self.development, "libdevel")):
+            self.assertEqual(package.field("Version"), options.version)
+            self.assertEqual(package.field("Section"), section)
+            self.assertEqual(package.field("Source"), "gleigem")
+            self.assertRegex(package.field("Maintainer"), r"^[^<>]+ <[^<>@]+@[^<>@]+>$")
+            self.assertRegex(package.field("Description"), r"^meaning of a language's import command, .*\n Turns ")
+
+    def test_runtime_depends_on_the_libraries_that_it_needs(self):
+        names = {re.sub(r"^(libicu)\d+$", r"\1", name) for name in self.runtime.dependencies()}
+        self.assertLessEqual({"libc6", "libicu", "libstdc++6"}, names)
+        self.assertLessEqual(names, {"libc6", "libgcc-s1", "libicu", "libstdc++6"})
+
+    def test_development_depends_on_that_runtime_and_what_its_headers_include(self):
+        self.assertEqual(self.development.dependencies(), {
+            self.runtime.name: f"= {options.version}",
+            "libboost-dev": ">= 1.74",
+            "librange-v3-dev": None,
+        })
+
+    def test_runtime_has_the_linker_cache_renewed_and_runs_nothing_itself(self):
+        texts = self.runtime.control_files()
+        self.assertEqual(set(texts), {"control", "md5sums", "shlibs", "triggers"})
+        self.assertEqual(texts["triggers"], "activate-noawait ldconfig\n")
+        self.assertEqual(texts["shlibs"].splitlines(), [
+            f"{library} {options.soversion} {self.runtime.name} (>= {options.version})"
+            for library in ("libgleigem", "libgleigem_platform")
+        ])
+
+    def test_development_runs_nothing(self):
+        self.assertEqual(set(self.development.control_files()), {"control", "md5sums"})
+
+    def test_libraries_have_no_search_path_and_are_stripped(self):
+        self.assertEqual(len(self.libraries), 2)
+        for library in self.libraries:
+            self.assertNotRegex(output_of(options.readelf, "--dynamic", library), "RPATH|RUNPATH")
+            sections = output_of(options.readelf, "--sections", "--wide", library)
+            self.assertIn(".dynsym", sections)
+            self.assertNotRegex(sections, r"\.(symtab|debug_info)\b")
+
+    def test_no_file_remembers_the_build_tree(self):
+        for file in options.unpacked.rglob("*"):
+            if file.is_file():
+                self.assertNotIn(str(options.build_dir).encode(), file.read_bytes(), file)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    for name in ("packages", "unpacked", "files", "build-dir"):
+        parser.add_argument(f"--{name}", type=Path, required=True)
+    for name in ("version", "soversion", "readelf"):
+        parser.add_argument(f"--{name}", required=True)
+    parser.parse_args(namespace=options)
+    unittest.main(argv=sys.argv[:1])
+
+
+if __name__ == "__main__":
+    main()
