@@ -76,6 +76,8 @@ struct Recorder {
     std::function<bool(std::u16string_view)> isIdentifier = isAsciiIdentifier;
     std::function<bool(std::u16string_view)> isReserved = isOneOfThreeReservedWords;
     std::function<bool(std::u16string_view)> isSpecifier = isNameWithOrWithoutNumbers;
+    /// What the descriptor library calls a package that is written so, without its range.
+    std::function<std::u16string(std::u16string)> packageName = std::identity();
     bool isFeatureOn = true;
 
     /// Called for each question once it is in the log and before it is answered; can throw, and can

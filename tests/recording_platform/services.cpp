@@ -91,7 +91,7 @@ PackageSpecifier::PackageSpecifier(std::u16string const& text,
                                                   std::exception>();
     }
     auto const at = text.find(u'@');
-    name = text.substr(0, at);
+    name = recorder().packageName(text.substr(0, at));
     if (at != std::u16string::npos) {
         range = factory.Create(std::u16string_view(text).substr(at + 1));
     }

@@ -28,6 +28,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace {
@@ -53,6 +54,8 @@ using Arguments = std::vector<std::u16string>;
 using Log = std::vector<Question>;
 using InvalidSpecifier =
     foundation::core::except::Exception<kpm::arguments::InvalidPackageSpecifier, std::exception>;
+
+using PackageAndIndex = std::pair<lf::import::PackageImportEntry, lf::import::ImportArgumentIndex>;
 
 constexpr auto on = Behavior::WithPackageImports;
 constexpr auto off = Behavior::WithoutPackageImports;
@@ -402,6 +405,17 @@ TEST_F(PlatformQuestions, GoOnBehindARefusedSpecifier) {
         std::vector<model::Outcome> outcomes;
         EXPECT_EQ(questionsOf([&] { outcomes = support::parseTexts(command, on); }), expected);
         EXPECT_EQ(outcomes, std::vector{error(0, "InvalidImportArgument", {u"v@1"})});
+    }
+}
+
+TEST_F(PlatformQuestions, DecideUnderWhichNameAPackageIsImported) {
+    recorder().packageName = [](std::u16string const& name) { return u"the_" + name; };
+
+    for (auto const* const written : {u"package", u"package@1"}) {
+        auto const parser = createParser(Arguments{written}, on);
+        auto const& parsed = std::get<PackageAndIndex>(parser->parse().front());
+        EXPECT_EQ(parsed.first.getPackageSpecifier().Name(), u"the_package");
+        EXPECT_EQ(parsed.first.getIntroducedName(), u"the_package");
     }
 }
 
