@@ -12,6 +12,7 @@
 #include <memory>
 #include <sstream>
 #include <type_traits>
+#include <unordered_map>
 #include <utility>
 #include <variant>
 
@@ -129,6 +130,12 @@ class Analysis {
     }
 
   private:
+    /// What visibleWildcards found for a scope when the file had so many wildcards.
+    struct Suppliers {
+        std::size_t numberOfWildcards = 0;
+        Capped<EntryReference> wildcards;
+    };
+
     template <typename Entry>
     void add(Entry&& entry, std::size_t argument) {
         std::vector<AnalysedEntry>& entries = file.commands.back().entries;
@@ -153,6 +160,7 @@ class Analysis {
         described.earlier = addition.earlier;
         if (addition.outcome == EntryOutcome::Added) {
             file.scopes.at(analysed.command.scope).entries.push_back(reference);
+            numberOfWildcards += described.kind == EntryKind::Wildcard ? 1 : 0;
         }
         if (addition.refusal) {
             report(*addition.refusal, described.argument, addition.earlier);
@@ -186,11 +194,23 @@ class Analysis {
             markUsed(reference);
         }
         if (analysed.imports.empty() && !analysed.isDotted()) {
-            for (EntryReference const& reference : lists->visibleWildcards(use.scope)) {
+            analysed.wildcards = reachSuppliers(use.scope);
+        }
+    }
+
+    /// The wildcards that may supply what nothing in \p scope introduces, which are used then.
+    Capped<EntryReference> const& reachSuppliers(ScopeIndex scope) {
+        auto const [place, isNew] = suppliersByScope.try_emplace(scope);
+        Suppliers& suppliers = place->second;
+        // Only another wildcard can change which of them a scope sees.
+        if (isNew || suppliers.numberOfWildcards != numberOfWildcards) {
+            suppliers = {numberOfWildcards, {}};
+            for (EntryReference const& reference : lists->visibleWildcards(scope)) {
                 markUsed(reference);
-                analysed.wildcards.add(reference);
+                suppliers.wildcards.add(reference);
             }
         }
+        return suppliers.wildcards;
     }
 
     void markUsed(EntryReference const& reference) {
@@ -227,6 +247,8 @@ class Analysis {
     AnalysedFile& file;
     ScopeLists* lists;
     lf::import::Behavior behavior;
+    std::size_t numberOfWildcards = 0;
+    std::unordered_map<ScopeIndex, Suppliers> suppliersByScope;
 };
 
 std::vector<Diagnostic> findUnusedImports(AnalysedFile const& file) {

@@ -14,7 +14,14 @@ using lf::import::Behavior;
 constexpr char const* description =
     "Shows what the import commands of scripts mean, and what is wrong with them.";
 
-constexpr char const* footer = R"(Example:
+constexpr char const* footer = R"(Scripts consist of
+  import ARGUMENT...          a command, whose imports are added to the scope that it stands in
+  dynamic import ARGUMENT...  the same, but added dynamically
+  use NAME                    a question: what is NAME here?
+  scope NAME { ... }          a scope within the one around it
+and comments, from # or // to the end of the line. A statement ends with its line or with a semicolon.
+
+Example:
   $ cat hello.import
   scope drawing {
       import shapes.circle shapes.colours.*
@@ -54,15 +61,16 @@ std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
     app.add_option("paths", options.paths,
                    "Files, folders (the *.import files below them), - for standard input")
         ->type_name("PATH");
-    app.add_option("--packages", packages,
-                   "Whether packages can be imported; 'follow' asks the feature switch")
+    app.add_option(
+           "--packages", packages,
+           "Whether packages can be imported; 'follow', the default, asks the feature switch")
         ->check(CLI::IsMember({"on", "off", "follow"}))
         ->take_last()
-        ->capture_default_str();
-    app.add_option("--feature", feature, "How the feature switch is set")
+        ->option_text("on|off|follow");
+    app.add_option("--feature", feature, "How the feature switch is set; the default is on")
         ->check(CLI::IsMember({"on", "off"}))
         ->take_last()
-        ->capture_default_str();
+        ->option_text("on|off");
     CLI::Option* const scopes =
         app.add_flag("--scopes", options.showsScopes,
                      "Show what each scope imports, inherits and hides, as of the end of the file");
