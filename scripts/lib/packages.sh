@@ -16,7 +16,6 @@ package_packages=(
     "dpkg-dev            dpkg-shlibdeps"
     "file                file"
     "pkgconf             pkg-config"
-    "doxygen             doxygen"
     "gdb                 gdb"
 )
 
@@ -26,6 +25,7 @@ test_packages=(
     "libgmock-dev        <gmock/gmock.h>"
     "librapidcheck-dev   <rapidcheck.h>"
     "python3-jsonschema  import jsonschema"
+    "doxygen             doxygen"
     "clang-19            clang++-19"
     "libc++-19-dev       /usr/lib/llvm-19/include/c++/v1/version"
     "libc++abi-19-dev    /usr/lib/llvm-19/lib/libc++abi.so"
