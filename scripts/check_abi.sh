@@ -18,13 +18,13 @@ soname_of() {
     readelf --dynamic "$1" | sed -n 's/.*(SONAME).*\[\(.*\)\]/\1/p'
 }
 
+require_packages "${demo_packages[@]}" "${abi_packages[@]}"
+
 tag=${1-$(git describe --tags --abbrev=0 2>/dev/null || true)}
 if [[ -z $tag ]]; then
     printf 'There is no tag yet: nothing to compare with.\n'
     exit 0
 fi
-
-require_packages "${demo_packages[@]}" "${abi_packages[@]}"
 
 step "building the library of $tag"
 rm -rf build/abi/tag-source
