@@ -192,12 +192,19 @@ bool isDiagnostic(std::string_view line) {
            contains(line, ": note: ");
 }
 
+/// What the explorer says of a line that it has quoted.
+bool isDetail(std::string_view line) {
+    auto const first = line.find_first_not_of(' ');
+    return first != std::string_view::npos && line[first] == '|';
+}
+
 /// Whether \p block shows \p example: below a diagnostic with \p key, or without one if that is
 /// empty.
 bool shows(Lines const& block, std::string const& example, std::string_view key) {
     for (std::size_t index = 1; index < block.size(); ++index) {
         std::string const& before = block[index - 1];
-        bool const isExample = contains(" " + block[index] + " ", " " + example + " ");
+        bool const isExample = !isDetail(block[index]) &&
+                               contains(" " + block[index] + " ", " " + example + " ");
         bool const isAsSaid =
             key.empty() ? !isDiagnostic(before) : before.ends_with("[" + std::string(key) + "]");
         if (isExample && isAsSaid) {
