@@ -203,8 +203,8 @@ bool isDetail(std::string_view line) {
 bool shows(Lines const& block, std::string const& example, std::string_view key) {
     for (std::size_t index = 1; index < block.size(); ++index) {
         std::string const& before = block[index - 1];
-        bool const isExample = !isDetail(block[index]) &&
-                               contains(" " + block[index] + " ", " " + example + " ");
+        bool const isExample =
+            !isDetail(block[index]) && contains(" " + block[index] + " ", " " + example + " ");
         bool const isAsSaid =
             key.empty() ? !isDiagnostic(before) : before.ends_with("[" + std::string(key) + "]");
         if (isExample && isAsSaid) {
