@@ -26,6 +26,8 @@ test_packages=(
     "librapidcheck-dev   <rapidcheck.h>"
     "python3-jsonschema  import jsonschema"
     "doxygen             doxygen"
+    "clang-14            clang++-14"
+    "clang-16            clang++-16"
     "clang-19            clang++-19"
     "libc++-19-dev       /usr/lib/llvm-19/include/c++/v1/version"
     "libc++abi-19-dev    /usr/lib/llvm-19/lib/libc++abi.so"
@@ -40,15 +42,6 @@ abi_packages=(
 lint_packages=(
     "clang-format-14     clang-format-14"
     "clang-tidy-14       run-clang-tidy-14"
-)
-
-# Every compiler that the headers are compiled with.
-header_packages=(
-    "${demo_packages[@]}"
-    "clang-14            clang++-14"
-    "clang-16            clang++-16"
-    "clang-19            clang++-19"
-    "libc++-19-dev       /usr/lib/llvm-19/include/c++/v1/version"
 )
 
 fuzz_packages=(
