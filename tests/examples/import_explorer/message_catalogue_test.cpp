@@ -29,7 +29,7 @@ TEST(MessageCatalogue, HasOtherWordsForEachMessageAndUsesAllItsArguments) {
         }
         EXPECT_EQ(filled.find('{'), std::string::npos) << "a place without argument: " << filled;
     }
-    EXPECT_EQ(seen.size(), 14U);
+    EXPECT_EQ(seen.size(), lf::import::messageKeys.size());
 }
 
 TEST(MessageCatalogue, SaysSoWhereItHasNoWords) {
