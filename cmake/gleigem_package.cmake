@@ -58,6 +58,7 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(control_files triggers postinst postrm)
 list(TRANSFORM control_files PREPEND "${CMAKE_CURRENT_LIST_DIR}/package/"
      OUTPUT_VARIABLE CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION
     "meaning of a language's import command, shared libraries
 ${description}

@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Stops a program in gdb and compares what gdb prints, word by word, with what a developer should read.
 
-    printers_test.py [--prefix FOLDER --libdir FOLDER] PROGRAM
+    printers_test.py [--document FILE] [--prefix FOLDER --libdir FOLDER] PROGRAM
 
 PROGRAM is main.cpp. The printers are those beside its library or, with --prefix, those of the library that was
-installed there, in the library folder --libdir. Exit status 77 where gdb is missing or may not trace programs.
+installed there, in the library folder --libdir. What --document shows of PROGRAM in gdb is compared as well. Exit
+status 77 where gdb is missing or may not trace programs.
 """
 
 import argparse
@@ -13,6 +14,7 @@ import re
 import shutil
 import subprocess
 import sys
+from pathlib import Path
 
 SKIPPED = 77
 MARK = "@@@@"
@@ -27,7 +29,7 @@ def memory(array, type_name):
     return f"*(lf::import::{type_name} const*)&{array}"
 
 
-# An expression, what gdb prints of it with ADDRESS for every address, and why. Commands hold from there on.
+# An expression, what gdb prints of it with ADDRESS for every address but null, and why. Commands hold from there on.
 CASES = [
     ("name", "a.b.c", "a name reads as it was written"),
     ("unicodeName", "Größe.図形.円", "UTF-16 is decoded"),
@@ -84,6 +86,16 @@ CASES = [
 INSTALLED_CASES = CASES[:1]
 
 
+def documented(path):
+    """The cases that a document shows as a session of gdb."""
+    session = re.findall(r"(?m)^\(gdb\) print (.+)\n\$\d+ = (.+)$", Path(path).read_text(encoding="utf-8"))
+    return [(expression, without_addresses(text), f"so says {path}") for expression, text in session]
+
+
+def without_addresses(text):
+    return re.sub(r"0x[1-9a-f][0-9a-f]*", "ADDRESS", text)
+
+
 def skip(reason):
     print(f"Skipped: {reason}")
     sys.exit(SKIPPED)
@@ -123,10 +135,9 @@ def run_gdb(arguments, cases):
 
 
 def printed(output):
-    """By index of the case, what gdb printed, with ADDRESS for every address but null."""
+    """What gdb printed, by index of the case."""
     parts = re.split(rf"(?m)^{MARK}(\d*)\n", output)
-    return {int(index): re.sub(r"0x[1-9a-f][0-9a-f]*", "ADDRESS", text.strip())
-            for index, text in zip(parts[1::2], parts[2::2]) if index}
+    return {int(index): without_addresses(text.strip()) for index, text in zip(parts[1::2], parts[2::2]) if index}
 
 
 def report_differences(cases, texts):
@@ -140,6 +151,7 @@ def report_differences(cases, texts):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--document")
     parser.add_argument("--prefix")
     parser.add_argument("--libdir")
     parser.add_argument("program")
@@ -148,6 +160,8 @@ def main():
     if shutil.which("gdb") is None:
         skip("there is no gdb")
     cases = CASES if arguments.prefix is None else INSTALLED_CASES
+    if arguments.document is not None:
+        cases = documented(arguments.document) + cases
     output = run_gdb(arguments, cases)
     if re.search(r"(?i)ptrace: operation not permitted|could not trace the inferior", output):
         skip("gdb may not trace programs here")
