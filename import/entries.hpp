@@ -18,6 +18,8 @@
 
 namespace lf::import {
 
+class ImportArgumentParser;
+
 /// A package import: which package, in which versions, under which name.
 class GLEIGEM_EXPORT PackageImportEntry {
   public:
@@ -44,11 +46,10 @@ class GLEIGEM_EXPORT PackageImportEntry {
     std::u16string_view getIntroducedName() const noexcept { return introducedName; }
 
   private:
-    // Makes entries of records that are its own.
     friend class ImportArgumentParser;
-    struct TakeName {};
 
-    GLEIGEM_NO_EXPORT PackageImportEntry(PackageNameImportArgument&& argument, TakeName);
+    GLEIGEM_NO_EXPORT PackageImportEntry(PackageNameImportArgument&& argument,
+                                         ImportArgumentParser const& owner);
     GLEIGEM_NO_EXPORT PackageImportEntry(Oxtavel::KeldarComponents::PackageSpecifier&& specifier,
                                          std::u16string&& name) noexcept;
 

@@ -336,11 +336,7 @@ class Workshop:
 
     def prepare(self, jobs):
         shutil.rmtree(self.source, ignore_errors=True)
-        for name in ("CMakeLists.txt", "cmake", "import", "platform", "tests"):
-            origin = PROJECT / name
-            copy = shutil.copytree if origin.is_dir() else shutil.copy2
-            self.source.mkdir(parents=True, exist_ok=True)
-            copy(origin, self.source / name)
+        shutil.copytree(PROJECT, self.source, ignore=shutil.ignore_patterns(".git", "build"))
         must(["cmake", "-S", self.source, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=",
               "-DCMAKE_CXX_FLAGS=-O0 -w", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON",
               "-DGLEIGEM_BUILD_EXAMPLES=OFF", "-DGLEIGEM_INSTALL=OFF"])  # fmt: skip

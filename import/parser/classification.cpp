@@ -96,9 +96,9 @@ ParsedImportArgument makeWildcard(DottedName const& name, Warning&& warning = {}
     return ParsedImportArgument(std::in_place_type<WildcardImportArgument>, InPlace{record});
 }
 
-// Counts, for want of an early exit: most texts have no `@` and plain names no dot, so they are read
-// to their end, and a loop that always is can be vectorised. A command of long names parses in a
-// tenth less time.
+// Counts, for want of an early exit: most texts have no `@` and plain names no dot, so they are
+// read to their end, and a loop that always is can be vectorised. A command of long names parses in
+// a tenth less time.
 bool contains(std::u16string_view text, char16_t unit) noexcept {
     return std::ranges::count(text, unit) != 0;
 }

@@ -132,8 +132,8 @@ void ImportArgumentParser::takePackage() {
     ImportArgumentIndex const index = consume();
     ParsedImportArgument& argument = arguments[index];
     if (auto* const package = std::get_if<PackageNameImportArgument>(&argument)) {
-        auto const entry = [package] {
-            return PackageImportEntry(std::move(*package), PackageImportEntry::TakeName());
+        auto const entry = [this, package] {
+            return PackageImportEntry(std::move(*package), *this);
         };
         append<PackageImportEntry>(entries, index, InPlace{entry});
     } else {

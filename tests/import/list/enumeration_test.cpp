@@ -7,8 +7,10 @@
 #include <gtest/gtest.h>
 #include <range/v3/range/concepts.hpp>
 
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -150,6 +152,23 @@ TEST_F(Enumeration, AppliesTheRulesOfEveryListOnTheWay) {
     EXPECT_EQ(names(*list), (Texts{u"b.p"}));
     EXPECT_EQ(wildcards(*list), (Texts{u"w.*"}));
     EXPECT_EQ(packages(*grandparent), (Texts{u"p"}));
+}
+
+TEST_F(Enumeration, TellsManyNamesApart) {
+    constexpr std::u16string_view letters = u"abcdefghijklmnopqrstuvwxyz";
+    for (char16_t const first : letters) {
+        for (char16_t const second : letters) {
+            std::u16string const name{first, second};
+            IImportList& holder = second % 2 == 0 ? *list : *parent;
+            add(holder, makeName(u"root." + name));
+            add(holder, makeWildcard(u"root." + name + u".*"));
+            add(holder, makePackage(name + u"_"));
+        }
+    }
+    std::size_t const numberOfNames = letters.size() * letters.size();
+    EXPECT_EQ(names(*list).size(), numberOfNames);
+    EXPECT_EQ(wildcards(*list).size(), numberOfNames);
+    EXPECT_EQ(packages(*list).size(), numberOfNames);
 }
 
 TEST_F(Enumeration, LetsAHiddenEntryHide) {
