@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # benchmark.sh [--docs]: builds preset release, runs the benchmark suite, and says of every target by how much
-# it is met or missed. With --docs it also draws the plots and fills in docs/performance.md. On Debian 12, as
-# root, it installs what is missing; elsewhere it says what is.
+# it is met or missed. With --docs it also draws the plots and fills in docs/performance.md and README.md. On
+# Debian 12, as root, it installs what is missing; elsewhere it says what is.
 #
 # Times are processor times and medians, so that other work on the machine does little harm; some it does.
 # Exit status 0 when targets are missed, but not when a measurement is.
@@ -17,7 +17,7 @@ require_packages "${benchmark_packages[@]}"
 [[ ${1-} != --docs ]] || require_packages "${plot_packages[@]}"
 
 step "configuring preset release"
-cmake --preset release -DGLEIGEM_BUILD_BENCHMARKS=ON >/dev/null
+cmake --preset release -DGLEIGEM_BUILD_TESTS=ON -DGLEIGEM_BUILD_BENCHMARKS=ON >/dev/null
 
 step "building the benchmarks"
 cmake --build --preset release --target gleigem_benchmarks gleigem_instruction_count
@@ -37,7 +37,7 @@ step "comparing with the targets"
 scripts/benchmark_targets.py "$results" "$growth" "$costs"
 
 if [[ ${1-} == --docs ]]; then
-    step "drawing the plots and filling in docs/performance.md"
+    step "drawing the plots and filling in the documents"
     /usr/bin/python3 scripts/plot_benchmarks.py "$results" docs/performance
-    scripts/update_performance_page.py "$results" "$growth" "$costs" docs/performance.md
+    scripts/update_performance_pages.py "$results" "$growth" "$costs" docs/performance.md README.md
 fi

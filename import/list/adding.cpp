@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <variant>
 
@@ -37,27 +36,24 @@ class TentativeInsertion {
   public:
     template <typename... Mapped>
     TentativeInsertion(Container& target, std::u16string_view name, Mapped... mapped)
-        : container(target) {
-        std::tie(position, isPending) = insert(container, std::u16string(name), mapped...);
-    }
+        : container(target), pending(insert(target, std::u16string(name), mapped...)) {}
 
     TentativeInsertion(TentativeInsertion const&) = delete;
     TentativeInsertion& operator=(TentativeInsertion const&) = delete;
 
     ~TentativeInsertion() {
-        if (isPending) {
-            container.erase(position);
+        if (isNew()) {
+            container.erase(pending.first);
         }
     }
 
-    bool isNew() const noexcept { return isPending; }
+    bool isNew() const noexcept { return pending.second; }
 
-    void keep() noexcept { isPending = false; }
+    void keep() noexcept { pending.second = false; }
 
   private:
     Container& container;
-    typename Container::iterator position;
-    bool isPending = false;
+    std::pair<typename Container::iterator, bool> pending; // true until it is kept
 };
 
 template <typename Entry>

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Fills the marked places of docs/performance.md with the figures of a run of the benchmark suite.
+"""Fills the marked places of documents with the figures of a run of the benchmark suite.
 
-    update_performance_page.py BENCHMARKS_JSON GROWTH_JSON BUILD_COSTS_JSON PAGE
+    update_performance_pages.py BENCHMARKS_JSON GROWTH_JSON BUILD_COSTS_JSON PAGE...
 
 A place reads `<!-- begin NAME -->`, lines, `<!-- end NAME -->`; the lines between are replaced.
 """
@@ -53,6 +53,25 @@ def costs_table(results):
     return "\n".join(lines)
 
 
+# The targets that README.md shows, by their names and what the ratio is to.
+HEADLINES = [
+    ("find package, miss, depth 1", "a name that nobody imports, 1 scope", "one hash map per scope"),
+    ("find package, miss, depth 16", "the same, 16 nested scopes", "one hash map per scope"),
+    ("find package, hit, depth 16", "a name that some scope imports, 16 nested scopes", "one hash map per scope"),
+    ("enumerate packages, depth 16", "what is visible, 16 nested scopes", "a view per scope nested in the next"),
+    ("parse fully qualified, long", "an argument `a.b.c`", "copying the texts that its entry keeps"),
+    ("add fully qualified, to 1,000", "an addition to 1,000 entries", "filling the same containers by hand"),
+]
+
+
+def headline_table(rows):
+    lines = ["| | takes | | of |", "| --- | ---: | ---: | --- |"]
+    for name, what, floor in HEADLINES:
+        row = next(row for row in rows if row.target == name)  # the first, where there is another floor
+        lines.append(f"| {what} | {row.measured} | {100 * row.value:.0f} % | {floor} |")
+    return "\n".join(lines)
+
+
 def processor():
     for line in Path("/proc/cpuinfo").read_text().splitlines():
         if line.startswith("model name"):
@@ -76,11 +95,9 @@ def machine_list(results, costs):
     ])
 
 
-def fill(page, name, text):
-    pattern = re.compile(rf"(<!-- begin {name} -->\n).*?(<!-- end {name} -->)", re.DOTALL)
-    filled, count = pattern.subn(lambda place: f"{place[1]}{text}\n{place[2]}", page)
-    assert count == 1, f"the page has {count} places for {name}"
-    return filled
+def fill(page, places):
+    pattern = re.compile(r"(<!-- begin (?P<name>\w+) -->\n).*?(<!-- end (?P=name) -->)", re.DOTALL)
+    return pattern.sub(lambda place: f"{place[1]}{places[place['name']]}\n{place[3]}", page)
 
 
 def main():
@@ -88,15 +105,18 @@ def main():
     parser.add_argument("benchmarks", type=Path)
     parser.add_argument("growth", type=Path)
     parser.add_argument("costs", type=Path)
-    parser.add_argument("page", type=Path)
+    parser.add_argument("pages", type=Path, nargs="+")
     options = parser.parse_args()
     results, costs = Results(options.benchmarks), json.loads(options.costs.read_text())
-    page = options.page.read_text()
-    page = fill(page, "costs", costs_table(results))
-    page = fill(page, "machine", machine_list(results, costs))
-    instructions = json.loads(options.growth.read_text())
-    page = fill(page, "targets", as_markdown(all_targets(results, instructions, costs)))
-    options.page.write_text(page)
+    rows = all_targets(results, json.loads(options.growth.read_text()), costs)
+    places = {
+        "costs": costs_table(results),
+        "machine": machine_list(results, costs),
+        "targets": as_markdown(rows),
+        "headlines": headline_table(rows),
+    }
+    for page in options.pages:
+        page.write_text(fill(page.read_text(), places))
 
 
 if __name__ == "__main__":

@@ -1,0 +1,85 @@
+#!/usr/bin/env bash
+# Installs the library by the commands of README.md, into a folder and by the Debian packages, uses it each time as
+# somebody who knows nothing but its name, removes it and looks for what is left. The packages need root on Debian
+# 12; elsewhere they are left out.
+
+source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+
+consumer=tests/packaging/consumer
+work=$(mktemp --directory)
+names=()
+
+# However this ends, the machine is left as it was.
+clean_up() {
+    ((!${#names[@]})) || apt-get -qq purge -y "${names[@]}" </dev/null &>/dev/null || true
+    rm -rf "$work" build/quick_start
+}
+trap clean_up EXIT
+
+# use_by_find_package OPTION...: configures, builds and runs the consumer.
+use_by_find_package() {
+    cmake -S "$consumer" -B "$work/consumer" --fresh -G Ninja "$@" >/dev/null
+    cmake --build "$work/consumer" --clean-first >/dev/null
+    "$work/consumer/consumer"
+}
+
+require_packages "${demo_packages[@]}" "${package_packages[@]}"
+
+step "building the library"
+cmake --preset release -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_BENCHMARKS=OFF
+cmake --build --preset release
+
+step "installing it into a folder and using it"
+(
+    export HOME=$work
+    cmake --install build/release --prefix "$HOME/gleigem"
+    use_by_find_package -DCMAKE_PREFIX_PATH="$HOME/gleigem"
+)
+
+if ! is_debian_12 || ((EUID != 0)); then
+    printf '\nPackages of Debian 12 can be tried by its root alone: left out.\n'
+    exit
+fi
+if dpkg-query --show 'libgleigem*' &>/dev/null; then
+    printf 'Packages of gleigem are known to this machine: purge them first.\n' >&2
+    exit 1
+fi
+
+step "making the packages"
+rm -rf build/release/packages
+cpack --preset release
+mapfile -t names < <(for package in build/release/packages/*.deb; do dpkg-deb --field "$package" Package; done)
+
+step "installing ${names[*]}"
+export DEBIAN_FRONTEND=noninteractive APT_CONFIG=$work/apt.conf
+printf 'APT::Get::Assume-Yes "true"; APT::Install-Recommends "false"; quiet "2";\n' >"$APT_CONFIG"
+apt-get install ./build/release/packages/*.deb </dev/null >/dev/null
+mapfile -t paths < <(dpkg-query --listfiles "${names[@]}" | sort -u)
+
+step "using them by find_package"
+use_by_find_package
+
+step "using them by pkg-config"
+g++ -std=c++20 examples/quick_start/main.cpp $(pkg-config --cflags --libs gleigem) -o build/quick_start
+build/quick_start
+
+step "letting gdb find the printers"
+library=$(ldconfig --print-cache | sed -n 's/.*libgleigem\.so\.[0-9].* => //p')
+gdb -nx -batch -ex "info pretty-printer" "$library" | grep gleigem
+
+step "removing ${names[*]}"
+apt-get remove "${names[@]}" </dev/null >/dev/null
+
+step "looking for what is left"
+left=$(
+    dpkg-query --show "${names[@]}" 2>/dev/null
+    ldconfig --print-cache | grep gleigem
+    for path in "${paths[@]}"; do
+        [[ ! -e $path ]] || dpkg-query --search "$path" &>/dev/null || printf '%s\n' "$path"
+    done
+) || true
+if [[ $left ]]; then
+    printf 'Left behind:\n%s\n' "$left"
+    exit 1
+fi
+printf 'Nothing.\n'
