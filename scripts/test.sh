@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
-# Everything that must hold: formatting, clang-tidy, and all tests under each preset, warnings being errors; then
-# what is no test of a preset: the demonstration, the installed library, a moment of fuzzing,
-# instructions and the binary interface. On Debian 12, as root, it installs what is missing; elsewhere it says
-# what is.
+# Everything that must hold: formatting, clang-tidy, the demonstration, the installed library, a moment of fuzzing,
+# instructions, the binary interface, and all tests under each preset, warnings being errors. On Debian 12, as
+# root, it installs what is missing; elsewhere it says what is.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -14,6 +13,11 @@ require_packages "${test_packages[@]}" "${lint_packages[@]}" "${fuzz_packages[@]
 
 scripts/check_format.sh || exit
 scripts/check_tidy.sh || exit
+scripts/demo.sh || exit
+scripts/check_install.sh || exit
+scripts/fuzz.sh "$seconds_of_fuzzing" || exit
+scripts/check_instructions.sh || exit
+scripts/check_abi.sh || exit
 
 for preset in "${presets[@]}"; do
     step "configuring preset $preset"
@@ -25,9 +29,3 @@ for preset in "${presets[@]}"; do
     step "testing preset $preset"
     ctest --preset "$preset" --parallel "$(nproc)"
 done
-
-scripts/demo.sh || exit
-scripts/check_install.sh || exit
-scripts/fuzz.sh "$seconds_of_fuzzing" || exit
-scripts/check_instructions.sh || exit
-scripts/check_abi.sh || exit
