@@ -5,7 +5,6 @@
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
-consumer=tests/packaging/consumer
 work=$(mktemp --directory)
 names=()
 
@@ -16,11 +15,11 @@ clean_up() {
 }
 trap clean_up EXIT
 
-# use_by_find_package OPTION...: configures, builds and runs the consumer.
+# use_by_find_package OPTION...: builds and runs the complete program of README.md.
 use_by_find_package() {
-    cmake -S "$consumer" -B "$work/consumer" --fresh -G Ninja "$@" >/dev/null
-    cmake --build "$work/consumer" --clean-first >/dev/null
-    "$work/consumer/consumer"
+    cmake -S examples/quick_start -B "$work/quick_start" --fresh -G Ninja "$@" >/dev/null
+    cmake --build "$work/quick_start" --clean-first >/dev/null
+    "$work/quick_start/quick_start"
 }
 
 require_packages "${demo_packages[@]}" "${package_packages[@]}"
