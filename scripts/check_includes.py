@@ -2,12 +2,13 @@
 # SPDX-License-Identifier: BSL-1.0
 """Checks that includes point one way: each source file includes only what its room may.
 
-ROOMS is the table of rooms and of what they may include; docs/architecture.md shows it.
+ROOMS is the table of rooms and of what they may include; docs/architecture.md shows it, and a picture of what they
+do include.
 
     check_includes.py [--write] [ROOT]
 
---write writes the table in ROOT/docs/architecture.md anew. ROOT is the project's folder if nothing else is said.
-Exit status 1 when a file includes what it may not, or the table in the document is another.
+--write writes table and picture in ROOT/docs/architecture.md anew. ROOT is the project's folder if nothing else is
+said. Exit status 1 when a file includes what it may not, or the document shows something else.
 """
 
 import argparse
@@ -18,7 +19,7 @@ from dataclasses import dataclass
 from pathlib import Path, PurePosixPath
 
 DOCUMENT = "docs/architecture.md"
-TABLE = re.compile(r"(?s)(?<=<!-- begin rooms -->\n).*(?=<!-- end rooms -->)")
+PLACE = re.compile(r"(?s)(<!-- begin (rooms|picture) -->\n).*?(<!-- end \2 -->)")
 
 EVERYTHING = "everything"
 
@@ -127,6 +128,39 @@ def table():
     return "".join(f"{row}\n" for row in rows)
 
 
+def arrows(root):
+    """Which room does include which, and which library; without those that may include everything."""
+    return {(source.name, target)
+            for path in source_files(root)
+            if (source := room_of(path)) and EVERYTHING not in source.may_include
+            for include in includes_of((root / path).read_text())
+            if (target := target_of(root, path, include)) not in (None, source.name)}  # fmt: skip
+
+
+def is_detour(arrow, others):
+    """Whether other arrows lead from one end of an arrow to the other."""
+    reached, pending = set(), [arrow[0]]
+    while pending:
+        room = pending.pop()
+        steps = {target for source, target in others - {arrow} if source == room} - reached
+        reached |= steps
+        pending += steps
+    return arrow[1] in reached
+
+
+def node(name):
+    identifier = re.sub(r"\W+", "_", name)
+    return f'{identifier}["{name}"]'
+
+
+def picture(root):
+    """The arrows as a Mermaid flowchart, but those that others imply."""
+    everything = arrows(root)
+    drawn = sorted(arrow for arrow in everything if not is_detour(arrow, everything))
+    lines = [f"    {node(source)} --> {node(target)}" for source, target in drawn]
+    return "\n".join(["```mermaid", "flowchart TD", *lines, "```"]) + "\n"
+
+
 def source_files(root):
     rooms = {"platform", "import", "examples", "tests", "fuzz", "benchmarks"}
     return sorted(path.relative_to(root).as_posix() for folder in rooms for path in (root / folder).rglob("*.[ch]pp"))
@@ -146,11 +180,13 @@ def main():
 
     problems = problems_of(options.root)
     document = options.root / DOCUMENT
+    shown = {"rooms": table(), "picture": picture(options.root)}
     text = document.read_text()
+    actual = PLACE.sub(lambda place: place[1] + shown[place[2]] + place[3], text)
     if options.write:
-        document.write_text(TABLE.sub(lambda _: table(), text))
-    elif TABLE.search(text) is None or TABLE.search(text)[0] != table():
-        problems.append(f"{DOCUMENT}: the table of rooms is another; scripts/check_includes.py --write")
+        document.write_text(actual)
+    elif actual != text or set(shown) != {place[2] for place in PLACE.finditer(text)}:
+        problems.append(f"{DOCUMENT}: table or picture of the rooms is another; scripts/check_includes.py --write")
     print("\n".join(problems), end="\n" if problems else "")
     sys.exit(1 if problems else 0)
 

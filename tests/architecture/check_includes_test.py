@@ -61,7 +61,7 @@ class IncludesPointOneWay(unittest.TestCase):
         self.root = Path(folder.name)
         for path in [*HOUSE, DOCUMENT]:
             self.write(path, "")
-        self.write(DOCUMENT, "<!-- begin rooms -->\n<!-- end rooms -->\n")
+        self.write(DOCUMENT, "<!-- begin picture -->\n<!-- end picture -->\n<!-- begin rooms -->\n<!-- end rooms -->\n")
         self.check("--write")
 
     def write(self, path, text):
@@ -72,6 +72,7 @@ class IncludesPointOneWay(unittest.TestCase):
         return subprocess.run([sys.executable, SCRIPT, *options, self.root], text=True, stdout=subprocess.PIPE)
 
     def assert_right(self):
+        self.assertEqual(self.check("--write").stdout, "")
         self.assertEqual(self.check().stdout, "")
 
     def assert_wrong(self, *texts):
@@ -108,11 +109,15 @@ class IncludesPointOneWay(unittest.TestCase):
 
     def test_another_table_in_the_document(self):
         self.write(DOCUMENT, (self.root / DOCUMENT).read_text().replace("ICU", "nothing"))
-        self.assert_wrong("the table of rooms is another")
+        self.assert_wrong("picture of the rooms is another")
+
+    def test_another_picture_in_the_document(self):
+        self.write("import/platform.hpp", "#include <lf/util/identifier.hpp>\n")
+        self.assert_wrong("picture of the rooms is another")
 
     def test_a_document_without_table(self):
         self.write(DOCUMENT, "")
-        self.assert_wrong("the table of rooms is another")
+        self.assert_wrong("picture of the rooms is another")
 
     def test_a_file_in_no_room(self):
         self.write("import/new/file.cpp", "")
