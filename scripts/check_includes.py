@@ -158,7 +158,7 @@ def picture(root):
     everything = arrows(root)
     drawn = sorted(arrow for arrow in everything if not is_detour(arrow, everything))
     lines = [f"    {node(source)} --> {node(target)}" for source, target in drawn]
-    return "\n".join(["```mermaid", "flowchart TD", *lines, "```"]) + "\n"
+    return "\n".join(["", "```mermaid", "flowchart TD", *lines, "```", ""])
 
 
 def source_files(root):
