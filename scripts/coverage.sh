@@ -15,10 +15,10 @@ step "configuring preset coverage"
 cmake --preset coverage >/dev/null
 
 step "building preset coverage"
+find "$build" -name '*.gcda' -delete
 cmake --build --preset coverage --target "${tests[@]}"
 
 step "running the tests"
-find "$build" -name '*.gcda' -delete
 for test in "${tests[@]}"; do
     "$(find "$build/tests" -name "$test" -type f)" --gtest_brief=1
 done
