@@ -11,16 +11,9 @@ names=()
 # However this ends, the machine is left as it was.
 clean_up() {
     ((!${#names[@]})) || apt-get -qq purge -y "${names[@]}" </dev/null &>/dev/null || true
-    rm -rf "$work" build/quick_start
+    rm -rf "$work"
 }
 trap clean_up EXIT
-
-# use_by_find_package OPTION...: builds and runs the complete program of README.md.
-use_by_find_package() {
-    cmake -S examples/quick_start -B "$work/quick_start" --fresh -G Ninja "$@" >/dev/null
-    cmake --build "$work/quick_start" --clean-first >/dev/null
-    "$work/quick_start/quick_start"
-}
 
 require_packages "${demo_packages[@]}" "${package_packages[@]}"
 
@@ -29,10 +22,13 @@ cmake --preset release -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_EXAMPLES=OFF -D
 cmake --build --preset release
 
 step "installing it into a folder and using it"
+rm -rf build/quick_start
 (
     export HOME=$work
-    cmake --install build/release --prefix "$HOME/gleigem"
-    use_by_find_package -DCMAKE_PREFIX_PATH="$HOME/gleigem"
+    cmake --install build/release --prefix "$HOME/.local"
+    cmake -S examples/quick_start -B build/quick_start -G Ninja -DCMAKE_PREFIX_PATH="$HOME/.local"
+    cmake --build build/quick_start
+    build/quick_start/quick_start
 )
 
 if ! is_debian_12 || ((EUID != 0)); then
@@ -44,23 +40,27 @@ if dpkg-query --show 'libgleigem*' &>/dev/null; then
     exit 1
 fi
 
+export DEBIAN_FRONTEND=noninteractive APT_CONFIG=$work/apt.conf
+printf 'APT::Get::Assume-Yes "true"; APT::Install-Recommends "false"; quiet "2";\n' >"$APT_CONFIG"
+
 step "making the packages"
+apt-get install dpkg-dev file pkgconf </dev/null >/dev/null
 rm -rf build/release/packages
 cpack --preset release
 mapfile -t names < <(for package in build/release/packages/*.deb; do dpkg-deb --field "$package" Package; done)
 
 step "installing ${names[*]}"
-export DEBIAN_FRONTEND=noninteractive APT_CONFIG=$work/apt.conf
-printf 'APT::Get::Assume-Yes "true"; APT::Install-Recommends "false"; quiet "2";\n' >"$APT_CONFIG"
 apt-get install ./build/release/packages/*.deb </dev/null >/dev/null
 mapfile -t paths < <(dpkg-query --listfiles "${names[@]}" | sort -u)
 
 step "using them by find_package"
-use_by_find_package
+cmake -S examples/quick_start -B "$work/quick_start" -G Ninja >/dev/null
+cmake --build "$work/quick_start"
+"$work/quick_start/quick_start"
 
 step "using them by pkg-config"
-g++ -std=c++20 examples/quick_start/main.cpp $(pkg-config --cflags --libs gleigem) -o build/quick_start
-build/quick_start
+g++ -std=c++20 examples/quick_start/main.cpp $(pkg-config --cflags --libs gleigem) -o build/quick_start/by_pkg_config
+build/quick_start/by_pkg_config
 
 step "letting gdb find the printers"
 library=$(ldconfig --print-cache | sed -n 's/.*libgleigem\.so\.[0-9].* => //p')
