@@ -230,5 +230,12 @@ TEST_F(ForeignParent, HasItsVisibleEntriesEnumeratedBehindThoseOfTheLists) {
     EXPECT_FALSE(sameAsLast == last);
 }
 
+TEST_F(ForeignParent, HasItsEntriesEnumeratedByListsThatHaveNone) {
+    add(*parent, makeName(u"r.x"));
+    auto const list = createImportList(createImportList(parent));
+    auto visible = list->getFullyQualifiedImportEntries(Yes);
+    EXPECT_EQ(visible.begin()->getRawArgument(), u"r.x");
+}
+
 } // namespace
 } // namespace lf::import
