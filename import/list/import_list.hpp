@@ -20,6 +20,9 @@ class ImportList;
 
 /// Lists from one of them outward: ImportLists first, then perhaps a list of another make, behind
 /// which nothing is known.
+///
+/// Found out once for each list. Asking each list on the way for its parent and that for its type
+/// would make a lookup in sixteen nested lists take three to seven times as long.
 struct ListRun {
     ImportList const* first = nullptr;
     IImportList const* foreign = nullptr;
