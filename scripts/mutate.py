@@ -397,7 +397,7 @@ class Workshop:
                 return "uncompiled"
         library = [str(mutated.get(source, output)) for source, output in self.objects["gleigem"].items()]
         programs = [self.link_unit_tests]
-        if mutant.file.startswith("parser/"):
+        if mutant.file.startswith(("parser/", "entries.")):
             programs.append(self.link_question_tests)
         programs.append(self.link_allocation_tests)
         for link in programs:
