@@ -14,15 +14,18 @@
 
 namespace lf::import {
 
+/// Messages of the kind \p definition carry arguments of these types.
+template <auto& definition, typename... Arguments>
+concept Carries = std::convertible_to<decltype(definition), MessageDefinition<Arguments...>>;
+
 /// A message of the kind \p definition: `makeMsgID<messages::keywordInImportArgument>(
 /// messages::ImportArgument(argument), messages::ReservedWord(word))`.
 ///
 /// Missing, swapped or plain arguments do not compile, nor does a definition that messageKeys
 /// lacks.
-template <auto const& definition, typename... Arguments>
-requires std::same_as < decltype(definition), MessageDefinition<Arguments...>
-
-const& > resource_core::BaseMsgID makeMsgID(Arguments... arguments) {
+template <auto& definition, typename... Arguments>
+resource_core::BaseMsgID
+makeMsgID(Arguments... arguments) requires Carries<definition, Arguments...> {
     static_assert(std::ranges::find(messageKeys, definition.key, &MessageKey::key) !=
                       messageKeys.end(),
                   "list the definition in messageKeys");
@@ -35,10 +38,9 @@ const& > resource_core::BaseMsgID makeMsgID(Arguments... arguments) {
 }
 
 /// The same, in a holder.
-template <auto const& definition, typename... Arguments>
-requires std::same_as < decltype(definition), MessageDefinition<Arguments...>
-
-const& > resource_core::GenericMsgIDHolder makeMsgHolder(Arguments... arguments) {
+template <auto& definition, typename... Arguments>
+resource_core::GenericMsgIDHolder
+makeMsgHolder(Arguments... arguments) requires Carries<definition, Arguments...> {
     return resource_core::GenericMsgIDHolder(makeMsgID<definition>(arguments...));
 }
 

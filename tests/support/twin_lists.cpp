@@ -190,7 +190,6 @@ std::optional<Outcome> TwinLists::add(std::size_t list, Addition addition, Outco
     if (actual != expected) {
         differ(list, operation + (" of " + asText(entry)), asText(actual), asText(expected));
     }
-    // NOLINTNEXTLINE(bugprone-use-after-move): what is left of it is what is checked.
     Outcome const left = std::visit([](auto const& kept) { return describe(kept); }, handedOver);
     Outcome const expectedLeft = isStored ? emptied(entry) : entry;
     if (left != expectedLeft) {

@@ -137,11 +137,9 @@ INSTANTIATE_TEST_SUITE_P(EveryQuestion, ForeignParent, testing::ValuesIn(rows), 
 template <typename Entry>
 void expectFailureToAdd(Entry const& entry, IImportList& list) {
     ImportEntry handedOver = entry;
-    // NOLINTBEGIN(bugprone-use-after-move): that it is not moved from is what is checked.
     EXPECT_THROW(list.addStaticImportEntry(std::move(handedOver)), DelegatingImportList::NoAnswer);
     EXPECT_THROW(list.addDynamicImportEntry(std::move(handedOver)), DelegatingImportList::NoAnswer);
     EXPECT_EQ(support::describe(std::get<Entry>(handedOver)), support::describe(entry));
-    // NOLINTEND(bugprone-use-after-move)
 }
 
 TEST_F(ForeignParent, ThatFailsLeavesListAndEntryAsTheyWere) {

@@ -96,12 +96,11 @@ TEST(MsgIDHolder, LeavesTheSourceOfAMoveEmpty) {
     GenericMsgIDHolder source(someMessage());
     BaseMsgID const* const message = &source.getMsgID();
     GenericMsgIDHolder constructed(std::move(source));
-    EXPECT_TRUE(source.isEmpty()); // NOLINT(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
+    EXPECT_TRUE(source.isEmpty());
     EXPECT_EQ(&constructed.getMsgID(), message) << "taken over, not copied";
 
     GenericMsgIDHolder assigned(otherMessage());
     assigned = std::move(constructed);
-    // NOLINTNEXTLINE(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
     EXPECT_TRUE(constructed.isEmpty());
     EXPECT_EQ(&assigned.getMsgID(), message);
 }

@@ -192,13 +192,11 @@ TEST(PackageSpecifier, LeavesTheSourceOfAMoveWithoutAName) {
         auto source = makeSpecifier(text);
         PackageSpecifier constructed(std::move(source));
         EXPECT_EQ(constructed, makeSpecifier(text));
-        // NOLINTNEXTLINE(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
         EXPECT_EQ(source.Name(), u"");
 
         auto assigned = makeSpecifier(u"other");
         assigned = std::move(constructed);
         EXPECT_EQ(assigned, makeSpecifier(text));
-        // NOLINTNEXTLINE(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
         EXPECT_EQ(constructed.Name(), u"");
     }
 }
