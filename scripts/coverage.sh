@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs the tests of the library under preset coverage and prints which lines and branches of import/ they
 # reach. Branches that the compiler made for exceptions alone do not count. Exit status 1 when one is missed
-# for no known reason.
+# for no known reason. Random programs of lists are left out: they take minutes and reach nothing else.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -20,7 +20,7 @@ cmake --build --preset coverage --target "${tests[@]}"
 
 step "running the tests"
 for test in "${tests[@]}"; do
-    "$(find "$build/tests" -name "$test" -type f)" --gtest_brief=1
+    "$(find "$build/tests" -name "$test" -type f)" --gtest_brief=1 --gtest_filter=-RandomLists.*
 done
 
 step "reading the coverage"

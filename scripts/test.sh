@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Everything that must hold: formatting, clang-tidy, the demonstration, the installed library, a moment of fuzzing,
-# instructions, the binary interface, and all tests under each preset, warnings being errors. On Debian 12, as
-# root, it installs what is missing; elsewhere it says what is.
+# Everything that must hold: formatting, clang-tidy, the demonstration, the installed library, coverage, a moment
+# of fuzzing, instructions, the binary interface, and all tests under each preset, warnings being errors. On
+# Debian 12, as root, it installs what is missing; elsewhere it says what is.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
-presets=(tsan asan dev)
+presets=(tsan asan clang dev)
 seconds_of_fuzzing=20
 
 require_packages "${test_packages[@]}" "${lint_packages[@]}" "${fuzz_packages[@]}" "${benchmark_packages[@]}" \
@@ -15,6 +15,7 @@ scripts/check_format.sh || exit
 scripts/check_tidy.sh || exit
 scripts/demo.sh || exit
 scripts/check_install.sh || exit
+scripts/coverage.sh || exit
 scripts/fuzz.sh "$seconds_of_fuzzing" || exit
 scripts/check_instructions.sh || exit
 scripts/check_abi.sh || exit
