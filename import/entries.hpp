@@ -48,6 +48,7 @@ class GLEIGEM_EXPORT PackageImportEntry {
   private:
     friend class ImportArgumentParser;
 
+    // Takes the name out of \p argument, which \p owner does not read again.
     GLEIGEM_NO_EXPORT PackageImportEntry(PackageNameImportArgument&& argument,
                                          ImportArgumentParser const& owner);
     GLEIGEM_NO_EXPORT PackageImportEntry(Oxtavel::KeldarComponents::PackageSpecifier&& specifier,

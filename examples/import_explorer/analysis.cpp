@@ -29,37 +29,30 @@ std::string render(Entry const& entry) {
     return std::move(stream).str();
 }
 
-AnalysedEntry describe(lf::import::FullyQualifiedImportEntry const& entry) {
-    return {EntryKind::Name,
-            render(entry),
-            ustring_to_utf8(entry.getIntroducedName()),
-            ustring_to_utf8(entry.getRootElement()),
-            0,
-            EntryOutcome::Parsed,
-            {},
-            false};
+constexpr EntryKind kindOf(lf::import::FullyQualifiedImportEntry const& /*entry*/) noexcept {
+    return EntryKind::Name;
 }
 
-AnalysedEntry describe(lf::import::WildcardImportEntry const& entry) {
-    return {EntryKind::Wildcard,
-            render(entry),
-            std::nullopt,
-            ustring_to_utf8(entry.getRootElement()),
-            0,
-            EntryOutcome::Parsed,
-            {},
-            false};
+constexpr EntryKind kindOf(lf::import::WildcardImportEntry const& /*entry*/) noexcept {
+    return EntryKind::Wildcard;
 }
 
-AnalysedEntry describe(lf::import::PackageImportEntry const& entry) {
-    return {EntryKind::Package,
-            render(entry),
-            ustring_to_utf8(entry.getIntroducedName()),
-            std::nullopt,
-            0,
-            EntryOutcome::Parsed,
-            {},
-            false};
+constexpr EntryKind kindOf(lf::import::PackageImportEntry const& /*entry*/) noexcept {
+    return EntryKind::Package;
+}
+
+template <typename Entry>
+AnalysedEntry describeEntry(Entry const& entry) {
+    AnalysedEntry described;
+    described.kind = kindOf(entry);
+    described.text = render(entry);
+    if constexpr (requires { entry.getIntroducedName(); }) {
+        described.introducedName = ustring_to_utf8(entry.getIntroducedName());
+    }
+    if constexpr (requires { entry.getRootElement(); }) {
+        described.rootElement = ustring_to_utf8(entry.getRootElement());
+    }
+    return described;
 }
 
 struct ToUtf8 {
@@ -71,14 +64,10 @@ struct ToUtf8 {
 };
 
 Diagnostic describe(resource_core::BaseMsgID const& message) {
-    Diagnostic diagnostic{lf::import::severityOf(message.key),
-                          message.key,
-                          wordsFor(message.key),
-                          {},
-                          {},
-                          {},
-                          {},
-                          {}};
+    Diagnostic diagnostic;
+    diagnostic.severity = lf::import::severityOf(message.key);
+    diagnostic.key = message.key;
+    diagnostic.words = wordsFor(message.key);
     for (resource_core::MsgArgument const& argument : message.arguments) {
         diagnostic.arguments.push_back(std::visit(ToUtf8(), argument));
     }
@@ -120,7 +109,8 @@ class Analysis {
         if (lists == nullptr) {
             return;
         }
-        AnalysedUse analysed{std::move(use), {}, {}, {}, {}};
+        AnalysedUse analysed;
+        analysed.use = std::move(use);
         lookUp(analysed);
         if (analysed.isUnknown()) {
             analysed.suggestion = suggest(analysed);
@@ -139,7 +129,7 @@ class Analysis {
     template <typename Entry>
     void add(Entry&& entry, std::size_t argument) {
         std::vector<AnalysedEntry>& entries = file.commands.back().entries;
-        entries.push_back(describe(entry));
+        entries.push_back(describeEntry(entry));
         entries.back().argument = argument;
         if (lists != nullptr) {
             addToList(std::forward<Entry>(entry));

@@ -69,7 +69,7 @@ class Hiding<PackageImportEntry> {
 
 // Whether a list of \p lists hides \p entry.
 template <typename Entry>
-bool isHidden(Entry const& entry, ListChain lists) {
+bool isHidden(Entry const& entry, ListChain lists) noexcept {
     Hiding<Entry> const hiding(entry);
     return std::ranges::any_of(lists, [&](ImportList const& list) { return hiding.by(list); });
 }
@@ -88,7 +88,7 @@ class RunCursor {
 
     Entry const& read() const noexcept { return *entry; }
 
-    void next() {
+    void next() noexcept {
         ++entry;
         skipHidden();
     }
@@ -104,7 +104,7 @@ class RunCursor {
         entry = list != nullptr ? list->ownEntries<Entry>().data() : nullptr;
     }
 
-    void skipHidden() {
+    void skipHidden() noexcept {
         while (reached != nullptr) {
             std::vector<Entry> const& entries = reached->ownEntries<Entry>();
             for (Entry const* const end = entries.data() + entries.size(); entry != end; ++entry) {

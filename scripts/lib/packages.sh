@@ -19,19 +19,23 @@ package_packages=(
     "gdb                 gdb"
 )
 
+reference_packages=(
+    "doxygen             doxygen"
+)
+
 test_packages=(
     "${demo_packages[@]}"
     "libgtest-dev        <gtest/gtest.h>"
     "libgmock-dev        <gmock/gmock.h>"
     "librapidcheck-dev   <rapidcheck.h>"
     "python3-jsonschema  import jsonschema"
-    "doxygen             doxygen"
     "clang-14            clang++-14"
     "clang-16            clang++-16"
     "clang-19            clang++-19"
     "libc++-19-dev       /usr/lib/llvm-19/include/c++/v1/version"
     "libc++abi-19-dev    /usr/lib/llvm-19/lib/libc++abi.so"
     "${package_packages[@]}"
+    "${reference_packages[@]}"
 )
 
 abi_packages=(
@@ -60,8 +64,4 @@ benchmark_packages=(
 
 plot_packages=(
     "python3-matplotlib  import matplotlib"
-)
-
-reference_packages=(
-    "doxygen             doxygen"
 )
