@@ -2,7 +2,7 @@
 
 /// \file
 /// Bytes as a package specifier, which must survive being printed and read again, and as a script
-/// of the example host, whose words must lie where they are said to lie.
+/// of the explorer, whose words must lie where they are said to lie.
 
 #include "input.hpp"
 

@@ -10,7 +10,8 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 # build_library SOURCE BUILD: builds libgleigem.so with the debug information that abidiff reads.
 build_library() {
     cmake -S "$1" -B "$2" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DGLEIGEM_BUILD_TESTS=OFF \
-        -DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_BENCHMARKS=OFF -DGLEIGEM_INSTALL=OFF >/dev/null
+        -DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_TOOLS=OFF -DGLEIGEM_BUILD_BENCHMARKS=OFF \
+        -DGLEIGEM_INSTALL=OFF >/dev/null
     cmake --build "$2" --target gleigem >/dev/null
 }
 

@@ -53,7 +53,9 @@ ROOMS = (
     room("own platform", r"examples/own_platform/platform/.*", "a platform of another language, for the porting guide"),
     room("own platform's programs", r"examples/own_platform/.*", "a host of that language, and the test of a platform",
          "own platform", "import public headers"),
-    room("examples", r"examples/.*", "hosts of the library", "import public headers", "platform headers", "range-v3", "ICU"),
+    room("examples", r"examples/.*", "hosts of the library", "import public headers"),
+    room("tools", r"tools/.*", "import_explorer, a host with reports for people and programs", "import public headers",
+         "platform headers", "range-v3", "ICU"),
     room("tests", r"tests/.*", "tests, the literal model, platforms that record or differ", EVERYTHING),
     room("fuzz", r"fuzz/.*", "fuzz targets", EVERYTHING),
     room("benchmarks", r"benchmarks/.*", "benchmarks, and what they compare with", EVERYTHING),
@@ -68,7 +70,7 @@ UNWANTED = {
 }
 
 # Where <...> is looked for; another platform's own headers come first in its project.
-ROOTS = (".", "platform", "examples", "tests")
+ROOTS = (".", "platform", "tools", "tests")
 OWN_PLATFORM = "examples/own_platform"
 
 
@@ -162,7 +164,7 @@ def picture(root):
 
 
 def source_files(root):
-    rooms = {"platform", "import", "examples", "tests", "fuzz", "benchmarks"}
+    rooms = {"platform", "import", "examples", "tools", "tests", "fuzz", "benchmarks"}
     return sorted(path.relative_to(root).as_posix() for folder in rooms for path in (root / folder).rglob("*.[ch]pp"))
 
 

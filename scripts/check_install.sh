@@ -18,7 +18,7 @@ trap clean_up EXIT
 require_packages "${demo_packages[@]}" "${package_packages[@]}"
 
 step "building the library"
-cmake --preset release -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_BENCHMARKS=OFF
+cmake --preset release -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_TOOLS=OFF -DGLEIGEM_BUILD_BENCHMARKS=OFF
 cmake --build --preset release
 
 step "installing it into a folder and using it"

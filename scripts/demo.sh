@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Builds the example host and runs it on its two sample scripts. On Debian 12, as root, it installs what
+# Builds the explorer and runs it on its two sample scripts. On Debian 12, as root, it installs what
 # is missing; elsewhere it says what is.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
 build=build/demo
-explorer=$build/examples/import_explorer/import_explorer
+explorer=$build/tools/import_explorer/import_explorer
 
 # demonstrate WHAT ARGUMENT...: shows the command line and runs it. Exit status 1 means that the script has
 # wrong import commands, as the samples have on purpose.

@@ -339,7 +339,7 @@ class Workshop:
         shutil.copytree(PROJECT, self.source, ignore=shutil.ignore_patterns(".git", "build"))
         must(["cmake", "-S", self.source, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=",
               "-DCMAKE_CXX_FLAGS=-O0 -w", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON",
-              "-DGLEIGEM_BUILD_EXAMPLES=OFF", "-DGLEIGEM_INSTALL=OFF"])  # fmt: skip
+              "-DGLEIGEM_BUILD_EXAMPLES=OFF", "-DGLEIGEM_BUILD_TOOLS=OFF", "-DGLEIGEM_INSTALL=OFF"])  # fmt: skip
         self.read_commands()
         must(["ninja", "-C", self.build, f"-j{jobs}", "gleigem", self.QUESTION_TESTS,
               self.ALLOCATION_TESTS, *self.unit_test_objects])  # fmt: skip

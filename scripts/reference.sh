@@ -11,7 +11,7 @@ require_packages "${demo_packages[@]}" "${reference_packages[@]}"
 
 step "configuring $build"
 cmake --preset release -B "$build" -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_EXAMPLES=OFF \
-    -DGLEIGEM_BUILD_BENCHMARKS=OFF >/dev/null
+    -DGLEIGEM_BUILD_TOOLS=OFF -DGLEIGEM_BUILD_BENCHMARKS=OFF >/dev/null
 
 step "writing the reference"
 cmake --build "$build" --target gleigem_reference

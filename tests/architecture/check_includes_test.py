@@ -15,7 +15,7 @@ HOUSE = """
     platform/lf/util/identifier.hpp platform/lf/util/identifier.cpp
     import/platform.hpp import/entries.hpp import/entries.cpp import/make_msg_id.hpp
     import/parser/classification.hpp import/parser/classification.cpp import/list/lookup.hpp import/list/lookup.cpp
-    examples/import_explorer/main.cpp examples/own_platform/main.cpp examples/own_platform/platform/lfu/words.hpp
+    tools/import_explorer/main.cpp examples/own_platform/main.cpp examples/own_platform/platform/lfu/words.hpp
     tests/support/rows.hpp tests/import/entries_test.cpp
 """.split()
 
@@ -36,8 +36,8 @@ WRONG = [
     ("import/entries.cpp", "<support/rows.hpp>", "the library knows no tests"),
     ("import/list/lookup.cpp", "<range/v3/all.hpp>", "nobody includes all of range-v3"),
     ("tests/import/entries_test.cpp", "<bits/stdc++.h>", "nor the standard library's insides"),
-    ("examples/import_explorer/main.cpp", "<import/list/lookup.hpp>", "examples show what hosts can do"),
-    ("examples/import_explorer/main.cpp", "<import/make_msg_id.hpp>", "and hosts make no messages of the library"),
+    ("tools/import_explorer/main.cpp", "<import/list/lookup.hpp>", "the tool shows what hosts can do"),
+    ("tools/import_explorer/main.cpp", "<import/make_msg_id.hpp>", "and hosts make no messages of the library"),
     ("examples/own_platform/main.cpp", "<lf/util/identifier.hpp>", "another platform is not the reference"),
     ("examples/own_platform/platform/lfu/words.hpp", "<import/entries.hpp>", "and knows nothing of the library"),
 ]

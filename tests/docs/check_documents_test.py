@@ -14,7 +14,7 @@ sys.path.insert(0, str(ROOT / "scripts"))
 from check_documents import Document  # noqa: E402
 
 RUN = "<!-- run -->\n```console\n$ echo a; echo b\n{}```\n"
-SCHEMA = "examples/import_explorer/report.schema.json"
+SCHEMA = "tools/import_explorer/report.schema.json"
 TABLE = "<!-- fields: {}#Hidden -->\n| field | type | meaning |\n| --- | --- | --- |\n" \
         "| `entry` | [Reference](#reference) | what is hidden |\n| `by` | [Reference](#reference) | {} |\n\n## Reference\n"
 

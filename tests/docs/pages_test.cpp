@@ -234,7 +234,7 @@ TEST(RulesPage, ShowsTheExamplesOfEachTableInTheOutputBelowIt) {
 }
 
 TEST(ReportSchema, KnowsTheKeysOfTheLibraryAndNoOthers) {
-    std::ifstream stream(PROJECT_FOLDER "/examples/import_explorer/report.schema.json");
+    std::ifstream stream(PROJECT_FOLDER "/tools/import_explorer/report.schema.json");
     auto const known = nlohmann::json::parse(stream).at("$defs").at("MessageKey").at("enum");
     nlohmann::json expected = nlohmann::json::array();
     for (MessageKey const& message : messageKeys) {

@@ -15,7 +15,7 @@ from pathlib import Path
 from jsonschema import Draft202012Validator
 
 ROOT = Path(__file__).resolve().parent.parent.parent
-SCHEMA = json.loads((ROOT / "examples/import_explorer/report.schema.json").read_text())
+SCHEMA = json.loads((ROOT / "tools/import_explorer/report.schema.json").read_text())
 VALIDATOR = Draft202012Validator(SCHEMA)
 OBJECTS = {"Report": SCHEMA, **{name: definition for name, definition in SCHEMA["$defs"].items()
                                 if "properties" in definition}}
@@ -161,7 +161,7 @@ class ReportSchema(unittest.TestCase):
     def test_is_documented_whole(self):
         """Each object has its table on the page, which check_documents.py compares with the schema."""
         text = (ROOT / "docs/explorer_json.md").read_text()
-        tables = re.findall(r"(?m)^## (\w+)\n(?:.*\n)*?<!-- fields: examples/import_explorer/report.schema.json#(\w+) -->$",
+        tables = re.findall(r"(?m)^## (\w+)\n(?:.*\n)*?<!-- fields: tools/import_explorer/report.schema.json#(\w+) -->$",
                             text)
         self.assertEqual(tables, [(name, name) for name in OBJECTS])
 
