@@ -68,7 +68,7 @@ This package has the library and its reference platform.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME "${development_package}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-    "${runtime_package} (= ${PROJECT_VERSION}), libboost-dev (>= 1.74), librange-v3-dev")
+    "${runtime_package} (= ${PROJECT_VERSION}), librange-v3-dev")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "gdb")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
     "meaning of a language's import command, development files
