@@ -8,40 +8,37 @@ set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/gleigem")
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 set(include_dir "${CMAKE_INSTALL_INCLUDEDIR}/gleigem")
 
-install(
-    FILES import/argument_parser.hpp
-          import/arguments.hpp
-          import/entries.hpp
-          import/export.hpp
-          import/import.hpp
-          import/import_list.hpp
-          import/messages.hpp
-          import/platform.hpp
-          import/rendering.hpp
-    DESTINATION "${include_dir}/import"
-    COMPONENT Development)
-
 set(installed_targets gleigem)
 set(pkgconfig_libraries "-lgleigem")
 if(NOT GLEIGEM_PLATFORM_TARGET)
     list(APPEND installed_targets gleigem_platform)
     string(APPEND pkgconfig_libraries " -lgleigem_platform")
-    install(
-        DIRECTORY platform/
-        DESTINATION "${include_dir}"
-        COMPONENT Development
-        FILES_MATCHING
-        PATTERN "*.hpp"
-        PATTERN "pieces.hpp" EXCLUDE)
+endif()
+
+# The reference platform's own dependency is the user's as soon as the platform is a static library.
+set(pkgconfig_requirements "")
+set(static_dependencies "")
+if(gleigem_library_type STREQUAL STATIC AND NOT GLEIGEM_PLATFORM_TARGET)
+    set(pkgconfig_requirements "Requires.private: icu-uc")
+    set(static_dependencies "find_dependency(ICU COMPONENTS uc)")
 endif()
 
 # The library finds a platform that lies beside it, wherever the two are put.
-set_property(TARGET gleigem APPEND PROPERTY INSTALL_RPATH "$ORIGIN")
+if(APPLE)
+    set_property(TARGET gleigem APPEND PROPERTY INSTALL_RPATH "@loader_path")
+elseif(NOT WIN32)
+    set_property(TARGET gleigem APPEND PROPERTY INSTALL_RPATH "$ORIGIN")
+endif()
 install(
     TARGETS ${installed_targets}
     EXPORT gleigemTargets
+    RUNTIME COMPONENT Runtime
     LIBRARY COMPONENT Runtime
-            NAMELINK_COMPONENT Development)
+            NAMELINK_COMPONENT Development
+    ARCHIVE COMPONENT Development
+    FILE_SET HEADERS
+    DESTINATION "${include_dir}"
+    COMPONENT Development)
 install(
     EXPORT gleigemTargets
     NAMESPACE gleigem::
@@ -59,9 +56,21 @@ install(FILES "${PROJECT_BINARY_DIR}/gleigemConfig.cmake"
         DESTINATION "${package_dir}"
         COMPONENT Development)
 
-# Relative to where the file lies, so that the installed tree can be moved.
-file(RELATIVE_PATH pkgconfig_prefix "/${pkgconfig_dir}" "/")
-string(REGEX REPLACE "/$" "" pkgconfig_prefix "${pkgconfig_prefix}")
+# Relative to where the file lies, so that the installed tree can be moved; a folder that the packager gave as an
+# absolute one stays where it is.
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+    set(pkgconfig_prefix "${CMAKE_INSTALL_PREFIX}")
+else()
+    file(RELATIVE_PATH pkgconfig_prefix "/${pkgconfig_dir}" "/")
+    string(REGEX REPLACE "/$" "" pkgconfig_prefix "${pkgconfig_prefix}")
+    string(PREPEND pkgconfig_prefix "\${pcfiledir}/")
+endif()
+# pkg-config itself writes a blank in pcfiledir as the shell reads it; those in absolute folders are written here.
+foreach(folder LIBDIR INCLUDEDIR)
+    cmake_path(APPEND pkgconfig_${folder} "\${prefix}" "${CMAKE_INSTALL_${folder}}")
+    string(REPLACE " " "\\ " pkgconfig_${folder} "${pkgconfig_${folder}}")
+endforeach()
+string(REPLACE " " "\\ " pkgconfig_prefix "${pkgconfig_prefix}")
 configure_file(cmake/gleigem.pc.in "${PROJECT_BINARY_DIR}/gleigem.pc" @ONLY)
 install(
     FILES "${PROJECT_BINARY_DIR}/gleigem.pc"
@@ -69,8 +78,15 @@ install(
     COMPONENT Development)
 
 # gdb finds the printers by the path of the library that is being debugged, so the one that it is installed to.
-install(
-    FILES debugger/gleigem_printers.py
-    DESTINATION "${CMAKE_INSTALL_DATADIR}/gdb/auto-load\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}"
-    RENAME "$<TARGET_FILE_NAME:gleigem>-gdb.py"
-    COMPONENT Development)
+if(gleigem_library_type STREQUAL SHARED AND NOT WIN32 AND NOT APPLE)
+    if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+        set(debugged_dir "${CMAKE_INSTALL_LIBDIR}")
+    else()
+        set(debugged_dir "/\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}")
+    endif()
+    install(
+        FILES debugger/gleigem_printers.py
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/gdb/auto-load${debugged_dir}"
+        RENAME "$<TARGET_FILE_NAME:gleigem>-gdb.py"
+        COMPONENT Development)
+endif()

@@ -1,8 +1,9 @@
 # The Debian packages, one for each component of the installation: `cpack --preset release`, or `cpack -G DEB` in
 # any build tree that has been built. Needs dpkg-dev and file.
 
-# A host's own platform is packaged by the host, and a part of another project together with that.
-if(GLEIGEM_PLATFORM_TARGET OR NOT PROJECT_IS_TOP_LEVEL)
+# A host's own platform is packaged by the host, a part of another project together with that, and a static library
+# with whoever links it.
+if(GLEIGEM_PLATFORM_TARGET OR NOT PROJECT_IS_TOP_LEVEL OR NOT gleigem_library_type STREQUAL SHARED)
     return()
 endif()
 

@@ -11,10 +11,21 @@ function(gleigem_configure_target target)
         PROPERTIES CXX_EXTENSIONS OFF
                    CXX_SCAN_FOR_MODULES OFF
                    CXX_VISIBILITY_PRESET hidden
+                   VISIBILITY_INLINES_HIDDEN ON
                    POSITION_INDEPENDENT_CODE ON)
     target_compile_options(${target} PRIVATE ${gleigem_warnings})
     # g++ 12 mistakes an inlined `"text" + std::string` for a copy onto itself.
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
         target_compile_options(${target} PRIVATE -Wno-restrict)
+    endif()
+endfunction()
+
+# gleigem_mark_exports(TARGET PREFIX): defines what the marks in TARGET's headers depend on: PREFIX_BUILDING within a
+# shared library, PREFIX_STATIC in a static one and whoever links it.
+function(gleigem_mark_exports target prefix)
+    set_target_properties(${target} PROPERTIES DEFINE_SYMBOL ${prefix}_BUILDING)
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL STATIC_LIBRARY)
+        target_compile_definitions(${target} PUBLIC ${prefix}_STATIC)
     endif()
 endfunction()

@@ -3,9 +3,28 @@
 
 /// \file
 /// Marks what leaves the library: everything else is compiled with hidden visibility.
+///
+/// On Windows a shared library exports what is marked and its users import it, so that the marks
+/// depend on who reads them: the build defines GLEIGEM_BUILDING within the shared library, and
+/// GLEIGEM_STATIC in the static one and in its users. Elsewhere the marks are always the same: the
+/// types stay one type even where two libraries each contain the static one.
 
+#if defined(_WIN32)
+#if defined(GLEIGEM_STATIC)
+#define GLEIGEM_EXPORT
+#elif defined(GLEIGEM_BUILDING)
+#define GLEIGEM_EXPORT __declspec(dllexport)
+#else
+#define GLEIGEM_EXPORT __declspec(dllimport)
+#endif
+#define GLEIGEM_NO_EXPORT
+#elif defined(__GNUC__)
 /// Stands on every public type and function, so that type identity holds across library borders.
 #define GLEIGEM_EXPORT __attribute__((visibility("default")))
 
 /// Stands on private members of public types that are defined in source files.
 #define GLEIGEM_NO_EXPORT __attribute__((visibility("hidden")))
+#else
+#define GLEIGEM_EXPORT
+#define GLEIGEM_NO_EXPORT
+#endif

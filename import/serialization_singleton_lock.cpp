@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: BSL-1.0
 
 // Hosts find the lock operations of Boost's serialization singleton module in this library. They
-// are inline functions that nothing here calls, so each is named once to have it emitted.
+// are inline functions that nothing here calls, so each is named once to have it emitted. On
+// Windows Boost marks them as exported, which emits them.
 
 #include <boost/serialization/singleton.hpp>
+
+#if !defined(_WIN32)
 
 namespace {
 
@@ -14,3 +17,5 @@ using boost::serialization::singleton_module;
 [[gnu::used]] constexpr auto isLocked = &singleton_module::is_locked; // emits get_lock, too
 
 } // namespace
+
+#endif

@@ -22,7 +22,7 @@ UNREACHABLE = {
         "the compiler's case of a virtual function behind the pointer; neither check is virtual",
     ("import/list/enumeration.cpp", "return VisibleAndForeignEntries<Entry>(list, (foreign->*getter)(check));"):
         "the compiler's case of a function behind the pointer that is not virtual; all getters are",
-    ("import/make_msg_id.hpp", "resource_core::BaseMsgID message{.arguments = {},"):
+    ("import/diagnostics/make_msg_id.hpp", "resource_core::BaseMsgID message{.arguments = {},"):
         "cleaning up a half-made object, which gcov does not mark as an exception's",
     ("import/parser/classification.cpp", "};"): "the same",
 }  # fmt: skip

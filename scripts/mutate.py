@@ -40,7 +40,7 @@ PREAMBLE = """
     <string> <string_view> <tuple> <type_traits> <unordered_map> <unordered_set> <utility> <variant> <vector>
     <range/v3/iterator/default_sentinel.hpp> <range/v3/range/access.hpp> <range/v3/view/any_view.hpp>
     <range/v3/view/facade.hpp> <range/v3/view/ref.hpp> <range/v3/view/remove_if.hpp>
-    <import/import.hpp> <import/make_msg_id.hpp>
+    <import/import.hpp> <import/diagnostics/make_msg_id.hpp>
 """.split()
 
 # Big sizes, which take longer than all other tests together.

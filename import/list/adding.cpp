@@ -5,7 +5,7 @@
 
 #include <import/list/import_list.hpp>
 
-#include <import/make_msg_id.hpp>
+#include <import/diagnostics/make_msg_id.hpp>
 
 #include <algorithm>
 #include <string>

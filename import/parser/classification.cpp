@@ -2,7 +2,7 @@
 
 #include <import/parser/classification.hpp>
 
-#include <import/make_msg_id.hpp>
+#include <import/diagnostics/make_msg_id.hpp>
 #include <import/parser/in_place.hpp>
 #include <import/platform.hpp>
 

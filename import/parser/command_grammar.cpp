@@ -12,7 +12,7 @@
 
 #include <import/parser/import_argument_parser.hpp>
 
-#include <import/make_msg_id.hpp>
+#include <import/diagnostics/make_msg_id.hpp>
 
 #include <string>
 #include <utility>

@@ -13,7 +13,7 @@ DOCUMENT = "docs/architecture.md"
 # A file of each kind, all of them empty.
 HOUSE = """
     platform/lf/util/identifier.hpp platform/lf/util/identifier.cpp
-    import/platform.hpp import/entries.hpp import/entries.cpp import/make_msg_id.hpp
+    import/platform.hpp import/entries.hpp import/entries.cpp import/diagnostics/make_msg_id.hpp
     import/parser/classification.hpp import/parser/classification.cpp import/list/lookup.hpp import/list/lookup.cpp
     tools/import_explorer/main.cpp examples/own_platform/main.cpp examples/own_platform/platform/lfu/words.hpp
     tests/support/rows.hpp tests/import/entries_test.cpp
@@ -27,7 +27,7 @@ WRONG = [
     ("import/list/lookup.cpp", "<unicode/uchar.h>", "all of it"),
     ("import/entries.hpp", "<lf/util/identifier.hpp>", "there is one door to the host"),
     ("import/parser/classification.cpp", "<lf/util/identifier.hpp>", "for private files as well"),
-    ("import/entries.hpp", "<import/make_msg_id.hpp>", "public headers do not include private ones"),
+    ("import/entries.hpp", "<import/diagnostics/make_msg_id.hpp>", "public headers do not include private ones"),
     ("import/entries.hpp", "<import/list/lookup.hpp>", "of either room"),
     ("import/entries.cpp", "<import/list/lookup.hpp>", "the value model knows no list"),
     ("import/parser/classification.cpp", "<import/list/lookup.hpp>", "the parser knows no list"),
@@ -37,7 +37,7 @@ WRONG = [
     ("import/list/lookup.cpp", "<range/v3/all.hpp>", "nobody includes all of range-v3"),
     ("tests/import/entries_test.cpp", "<bits/stdc++.h>", "nor the standard library's insides"),
     ("tools/import_explorer/main.cpp", "<import/list/lookup.hpp>", "the tool shows what hosts can do"),
-    ("tools/import_explorer/main.cpp", "<import/make_msg_id.hpp>", "and hosts make no messages of the library"),
+    ("tools/import_explorer/main.cpp", "<import/diagnostics/make_msg_id.hpp>", "and hosts make no messages of the library"),
     ("examples/own_platform/main.cpp", "<lf/util/identifier.hpp>", "another platform is not the reference"),
     ("examples/own_platform/platform/lfu/words.hpp", "<import/entries.hpp>", "and knows nothing of the library"),
 ]
@@ -46,7 +46,7 @@ RIGHT = [
     ("platform/lf/util/identifier.cpp", "<unicode/uchar.h>", "the platform's sources use ICU"),
     ("import/platform.hpp", "<lf/util/identifier.hpp>", "the door leads somewhere"),
     ("import/entries.hpp", "<import/platform.hpp>", "public headers go through it"),
-    ("import/parser/classification.cpp", "<import/make_msg_id.hpp>", "the parser makes messages"),
+    ("import/parser/classification.cpp", "<import/diagnostics/make_msg_id.hpp>", "the parser makes messages"),
     ("import/list/lookup.cpp", "<import/list/lookup.hpp>", "a room may include itself"),
     ("import/entries.cpp", "<vector>", "the standard library is everybody's"),
     ("examples/own_platform/main.cpp", "<lfu/words.hpp>", "a host includes its own platform"),

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSL-1.0
 
-#include <import/make_msg_id.hpp>
+#include <import/diagnostics/make_msg_id.hpp>
 
 #include <gtest/gtest.h>
 

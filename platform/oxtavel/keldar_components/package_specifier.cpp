@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <oxtavel/keldar_components/package_specifier.hpp>
 
-#include "pieces.hpp"
-
+#include <detail/pieces.hpp>
 #include <fl/i18n/ustring_conversions.hpp>
 #include <foundation/core/except/exception.hpp>
 #include <kpm/arguments/invalid_package_specifier.hpp>
