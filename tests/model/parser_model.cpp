@@ -1,4 +1,14 @@
 // SPDX-License-Identifier: BSL-1.0
+
+// The rules as three tables: what one argument is with package imports, what it is without them,
+// and which commands are in error. Each kind of argument has a letter, so that a command is a word
+// over these letters:
+//
+//   n  a dotted name          p  a plain package           a  the word `as`
+//   w  a wildcard             v  a package with versions   x  a rejected argument
+//
+// Ignored arguments are left out of the word; positions count them.
+
 #include "parser_model.hpp"
 
 #include <foundation/core/except/exception.hpp>
@@ -8,10 +18,14 @@
 #include <oxtavel/keldar_components/component_version_range.hpp>
 #include <oxtavel/keldar_components/package_specifier.hpp>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <optional>
+#include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace model {
@@ -22,395 +36,310 @@ using Oxtavel::KeldarComponents::PackageSpecifier;
 using InvalidSpecifier =
     foundation::core::except::Exception<kpm::arguments::InvalidPackageSpecifier, std::exception>;
 
-struct Message {
-    std::string key;
-    std::vector<std::u16string> arguments;
+// The text of one argument, and what can be asked about it.
+
+struct Text {
+    std::u16string whole;
+    std::vector<std::u16string> segments; ///< what stands between dots; without a dot only one
+
+    explicit Text(std::u16string const& text) : whole(text), segments(1) {
+        for (char16_t const unit : text) {
+            if (unit == u'.') {
+                segments.emplace_back();
+            } else {
+                segments.back() += unit;
+            }
+        }
+    }
 };
 
-enum class ArgumentKind : std::uint8_t {
-    FullyQualified,
-    Wildcard,
-    PackageName,
-    VersionedPackage,
-    As,
-    Rejected,
-    Ignored,
-};
-
-struct Argument {
-    ArgumentKind kind{};
-    std::u16string text;
-    std::u16string firstSegment;
-    std::u16string lastSegment;
-    /// Why a rejected argument is rejected, or the warning of a fully qualified one or a wildcard.
-    std::optional<Message> message;
-};
-
-// Services of the host.
-
-bool isIdentifier(std::u16string const& text) {
-    return lf::util::isValidIdentifier(text);
+bool isEmpty(Text const& text) {
+    return text.whole.empty();
 }
 
-bool isReserved(std::u16string const& text) {
-    return lfu::isReservedWord(text, 8);
+bool isDotStar(Text const& text) {
+    return text.whole == u".*";
+}
+
+bool isAs(Text const& text) {
+    return text.whole == u"as";
+}
+
+bool hasAt(Text const& text) {
+    return std::ranges::count(text.whole, u'@') > 0;
+}
+
+bool hasNoDot(Text const& text) {
+    return text.segments.size() == 1;
+}
+
+bool endsInStar(Text const& text) {
+    return !hasNoDot(text) && text.segments.back() == u"*";
+}
+
+bool endsInReservedWord(Text const& text) {
+    return lfu::isReservedWord(text.segments.back(), 8);
+}
+
+bool endsInNoIdentifier(Text const& text) {
+    return !lf::util::isValidIdentifier(text.segments.back());
+}
+
+bool hasBadPrefix(Text const& text) {
+    return !std::all_of(
+        text.segments.begin(), text.segments.end() - 1,
+        [](std::u16string const& segment) { return lf::util::isValidIdentifier(segment); });
+}
+
+bool isBadPrefixAndStar(Text const& text) {
+    return endsInStar(text) && hasBadPrefix(text);
 }
 
 PackageSpecifier specifierOf(std::u16string const& text) {
     return {text, GetComponentVersionRangeFactory()};
 }
 
-// Classification.
-
-bool contains(std::u16string const& text, char16_t unit) {
-    return text.find(unit) != std::u16string::npos;
-}
-
-std::vector<std::u16string> segmentsOf(std::u16string const& text) {
-    std::vector<std::u16string> segments(1);
-    for (char16_t const unit : text) {
-        if (unit == u'.') {
-            segments.emplace_back();
-        } else {
-            segments.back() += unit;
-        }
+bool isRefusedSpecifier(Text const& text) {
+    if (!hasAt(text)) {
+        return false;
     }
-    return segments;
-}
-
-bool hasBadSegmentBeforeTheLast(std::vector<std::u16string> const& segments) {
-    for (std::size_t i = 0; i + 1 < segments.size(); ++i) {
-        if (!isIdentifier(segments[i])) {
-            return true;
-        }
+    try {
+        specifierOf(text.whole);
+    } catch (InvalidSpecifier const&) {
+        return true;
     }
     return false;
 }
 
-Argument rejected(std::u16string const& text, std::string key,
-                  std::vector<std::u16string> messageArguments) {
-    Argument argument;
-    argument.kind = ArgumentKind::Rejected;
-    argument.text = text;
-    argument.message = Message{std::move(key), std::move(messageArguments)};
-    return argument;
+bool isAnything(Text const& /*text*/) {
+    return true;
 }
 
-Argument undotted(ArgumentKind kind, std::u16string const& text) {
-    Argument argument;
-    argument.kind = kind;
-    argument.text = text;
-    return argument;
+// What one argument is: the first row that holds decides.
+
+constexpr char ignored = '-';
+
+/// What a message carries.
+enum class Carries : std::uint8_t { Nothing, TheArgument, TheArgumentAndItsEnd };
+
+struct ArgumentRow {
+    bool (*holds)(Text const&);
+    char kind;
+    /// Why an argument is rejected, or the warning of one that is not; empty for neither.
+    std::string_view key;
+    Carries carries = Carries::Nothing;
+};
+
+// clang-format off
+constexpr std::array withPackageImports{
+    ArgumentRow{isEmpty,            ignored, ""},
+    ArgumentRow{isRefusedSpecifier, 'x', "InvalidImportArgument", Carries::TheArgument},
+    ArgumentRow{hasAt,              'v', ""},
+    ArgumentRow{isAs,               'a', ""},
+    ArgumentRow{hasBadPrefix,       'x', "InvalidImportArgument", Carries::TheArgument},
+    ArgumentRow{endsInStar,         'w', ""},
+    ArgumentRow{endsInNoIdentifier, 'x', "InvalidImportArgument", Carries::TheArgument},
+    ArgumentRow{endsInReservedWord, 'x', "KeywordInImportArgument", Carries::TheArgumentAndItsEnd},
+    ArgumentRow{hasNoDot,           'p', ""},
+    ArgumentRow{isAnything,         'n', ""},
+};
+
+constexpr std::array withoutPackageImports{
+    ArgumentRow{isEmpty,            ignored, ""},
+    ArgumentRow{isDotStar,          'x', "MalformedImportArgumentWarning", Carries::TheArgument},
+    ArgumentRow{hasNoDot,           'x', "ImportArgumentWithoutDot"},
+    ArgumentRow{isBadPrefixAndStar, 'w', "MalformedImportArgumentWarning", Carries::TheArgument},
+    ArgumentRow{endsInStar,         'w', ""},
+    ArgumentRow{endsInReservedWord, 'n', "KeywordInImportArgumentWarning", Carries::TheArgumentAndItsEnd},
+    ArgumentRow{isAnything,         'n', ""},
+};
+
+// clang-format on
+
+struct Argument {
+    char kind;
+    std::size_t position;
+    Text text;
+    std::optional<Outcome> message;
+};
+
+Outcome invalid(std::string_view key, std::vector<std::u16string> messageArguments,
+                std::size_t position) {
+    Outcome outcome;
+    outcome.kind = OutcomeKind::Invalid;
+    outcome.index = position;
+    outcome.catalogue = "KELDAR:lang";
+    outcome.key = key;
+    outcome.messageArguments = std::move(messageArguments);
+    outcome.isWarning =
+        key == "MalformedImportArgumentWarning" || key == "KeywordInImportArgumentWarning";
+    return outcome;
 }
 
-Argument dotted(ArgumentKind kind, std::u16string const& text,
-                std::vector<std::u16string> const& segments) {
-    Argument argument;
-    argument.kind = kind;
-    argument.text = text;
-    argument.firstSegment = segments.front();
-    argument.lastSegment = segments.back();
-    return argument;
+std::vector<std::u16string> carried(Carries carries, Text const& text) {
+    switch (carries) {
+    case Carries::Nothing:
+        break;
+    case Carries::TheArgument:
+        return {text.whole};
+    case Carries::TheArgumentAndItsEnd:
+        return {text.whole, text.segments.back()};
+    }
+    return {};
 }
 
-Argument classifyDottedName(std::u16string const& text) {
-    std::vector<std::u16string> const segments = segmentsOf(text);
-    std::u16string const& last = segments.back();
-    if (hasBadSegmentBeforeTheLast(segments)) {
-        return rejected(text, "InvalidImportArgument", {text});
+template <typename Rows>
+Argument classify(Rows const& rows, std::u16string const& whole, std::size_t position) {
+    Text text(whole);
+    ArgumentRow const& row =
+        *std::ranges::find_if(rows, [&](ArgumentRow const& each) { return each.holds(text); });
+    std::optional<Outcome> message;
+    if (!row.key.empty()) {
+        message = invalid(row.key, carried(row.carries, text), position);
     }
-    if (last == u"*") {
-        return dotted(ArgumentKind::Wildcard, text, segments);
-    }
-    if (!isIdentifier(last)) {
-        return rejected(text, "InvalidImportArgument", {text});
-    }
-    if (isReserved(last)) {
-        return rejected(text, "KeywordInImportArgument", {text, last});
-    }
-    return dotted(ArgumentKind::FullyQualified, text, segments);
+    return {row.kind, position, std::move(text), std::move(message)};
 }
 
-Argument classifyLegacyDottedName(std::u16string const& text) {
-    std::vector<std::u16string> const segments = segmentsOf(text);
-    std::u16string const& last = segments.back();
-    if (last == u"*") {
-        Argument argument = dotted(ArgumentKind::Wildcard, text, segments);
-        if (hasBadSegmentBeforeTheLast(segments)) {
-            argument.message = Message{"MalformedImportArgumentWarning", {text}};
+// What a command is: its word matches exactly one row.
+
+/// Sets of letters, one for each argument: `+` stands for one argument of the set or more, `$` for
+/// the end of the command. The command may go on behind a pattern that does not say `$`.
+using Pattern = std::array<std::string_view, 4>;
+
+struct CommandRow {
+    Pattern pattern;
+    /// What is wrong, at the last argument that the pattern covers; empty when nothing is.
+    std::string_view key;
+};
+
+// clang-format off
+constexpr std::array commands{
+    CommandRow{{"$"},                   ""},
+    CommandRow{{"nw+", "$"},            ""},
+    CommandRow{{"pv+", "$"},            ""},
+    CommandRow{{"pv", "a", "p", "$"},   ""},
+    CommandRow{{"a"},                   "IncorrectNumberOfPackagesForAlias"},
+    CommandRow{{"pv", "pv+", "a"},      "IncorrectNumberOfPackagesForAlias"},
+    CommandRow{{"nw+", "a"},            "NamespaceWithAlias"},
+    CommandRow{{"nw+", "pv"},           "MixedImportType"},
+    CommandRow{{"pv+", "nw"},           "MixedImportType"},
+    CommandRow{{"pv", "a", "$"},        "IncorrectNumberOfAlias"},
+    CommandRow{{"pv", "a", "a"},        "MultipleAsClauses"},
+    CommandRow{{"pv", "a", "nwv"},      "InvalidAliasName"},
+    CommandRow{{"pv", "a", "p", "a"},   "MultipleAsClauses"},
+    CommandRow{{"pv", "a", "p", "nwpv"}, "IncorrectNumberOfAlias"},
+};
+
+// clang-format on
+
+/// How many arguments of \p word the pattern covers; nothing if the word does not begin like this.
+std::optional<std::size_t> covers(Pattern const& pattern, std::string_view word) {
+    std::size_t covered = 0;
+    for (std::string_view const element : pattern) {
+        if (element == "$" && covered != word.size()) {
+            return std::nullopt;
         }
-        return argument;
-    }
-    Argument argument = dotted(ArgumentKind::FullyQualified, text, segments);
-    if (isReserved(last)) {
-        argument.message = Message{"KeywordInImportArgumentWarning", {text, last}};
-    }
-    return argument;
-}
-
-Argument classifyPlainName(std::u16string const& word) {
-    if (!isIdentifier(word)) {
-        return rejected(word, "InvalidImportArgument", {word});
-    }
-    if (isReserved(word)) {
-        return rejected(word, "KeywordInImportArgument", {word, word});
-    }
-    return undotted(ArgumentKind::PackageName, word);
-}
-
-Argument classifyVersionedPackage(std::u16string const& text) {
-    try {
-        specifierOf(text);
-    } catch (InvalidSpecifier const&) {
-        return rejected(text, "InvalidImportArgument", {text});
-    }
-    return undotted(ArgumentKind::VersionedPackage, text);
-}
-
-Argument classifyArgument(std::u16string const& text) {
-    if (text.empty()) {
-        return undotted(ArgumentKind::Ignored, text);
-    }
-    if (contains(text, u'@')) {
-        return classifyVersionedPackage(text);
-    }
-    if (contains(text, u'.')) {
-        return classifyDottedName(text);
-    }
-    if (text == u"as") {
-        return undotted(ArgumentKind::As, text);
-    }
-    return classifyPlainName(text);
-}
-
-Argument classifyLegacyArgument(std::u16string const& text) {
-    if (text.empty()) {
-        return undotted(ArgumentKind::Ignored, text);
-    }
-    if (text == u".*") {
-        return rejected(text, "MalformedImportArgumentWarning", {text});
-    }
-    if (contains(text, u'.')) {
-        return classifyLegacyDottedName(text);
-    }
-    return rejected(text, "ImportArgumentWithoutDot", {});
-}
-
-// The command.
-
-class Command {
-  public:
-    explicit Command(std::vector<Argument> classified) : arguments(std::move(classified)) {}
-
-    std::vector<Outcome> parse() {
-        for (std::size_t i = 0; i < arguments.size(); ++i) {
-            if (arguments[i].kind == ArgumentKind::Rejected) {
-                outcomes.push_back(invalid(*arguments[i].message, i));
-                return outcomes;
-            }
+        if (element.empty() || element == "$") {
+            break;
         }
-        start();
-        return outcomes;
-    }
-
-  private:
-    // Looking: the position of the next argument, arguments.size() when none is left.
-
-    std::size_t next() const {
-        std::size_t position = cursor;
-        while (position < arguments.size() && arguments[position].kind == ArgumentKind::Ignored) {
-            ++position;
+        std::size_t const end = std::min(word.find_first_not_of(element, covered), word.size());
+        if (end <= covered) {
+            return std::nullopt;
         }
-        return position;
+        covered = element.ends_with('+') ? end : covered + 1;
     }
+    return covered;
+}
 
-    bool nothingLeft() const { return next() == arguments.size(); }
-
-    bool nextIs(ArgumentKind kind) const {
-        return !nothingLeft() && arguments[next()].kind == kind;
+/// Also checks the table: a word of which it says nothing, or two things, is a fault of the table.
+CommandRow const& rowOf(std::string_view word) {
+    auto const matches = [&](CommandRow const& row) {
+        return covers(row.pattern, word).has_value();
+    };
+    if (std::ranges::count_if(commands, matches) != 1) {
+        throw std::logic_error("not exactly one row for " + std::string(word));
     }
+    return *std::ranges::find_if(commands, matches);
+}
 
-    bool nextIsName() const {
-        return nextIs(ArgumentKind::FullyQualified) || nextIs(ArgumentKind::Wildcard);
-    }
+/// An alias that is none, as the user wrote it.
+std::u16string aliasText(Argument const& argument) {
+    return argument.kind == 'v' ? specifierOf(argument.text.whole).ToString() : argument.text.whole;
+}
 
-    bool nextIsPackage() const {
-        return nextIs(ArgumentKind::PackageName) || nextIs(ArgumentKind::VersionedPackage);
-    }
-
-    // Taking.
-
-    std::size_t consume() {
-        std::size_t const position = next();
-        cursor = position + 1;
-        return position;
-    }
-
-    void takeName() {
-        std::size_t const position = consume();
-        Argument const& argument = arguments[position];
-        Outcome outcome;
-        outcome.index = position;
-        outcome.rawArgument = argument.text;
-        outcome.rootElement = argument.firstSegment;
-        if (argument.kind == ArgumentKind::Wildcard) {
-            outcome.kind = OutcomeKind::Wildcard;
-        } else {
-            outcome.kind = OutcomeKind::FullyQualified;
-            outcome.introducedName = argument.lastSegment;
-        }
-        outcomes.push_back(outcome);
-        if (argument.message) {
-            outcomes.push_back(invalid(*argument.message, position));
-        }
-    }
-
-    void takePackage() {
-        std::size_t const position = consume();
-        PackageSpecifier const specifier = specifierOf(arguments[position].text);
-        Outcome outcome;
+Outcome entryOf(Argument const& argument) {
+    Outcome outcome;
+    outcome.index = argument.position;
+    if (argument.kind == 'p' || argument.kind == 'v') {
+        PackageSpecifier const specifier = specifierOf(argument.text.whole);
         outcome.kind = OutcomeKind::Package;
-        outcome.index = position;
         outcome.introducedName = specifier.Name();
         outcome.specifier = specifier.ToString();
-        outcomes.push_back(outcome);
-    }
-
-    // Reporting.
-
-    static Outcome invalid(Message const& message, std::size_t position) {
-        Outcome outcome;
-        outcome.kind = OutcomeKind::Invalid;
-        outcome.index = position;
-        outcome.catalogue = "KELDAR:lang";
-        outcome.key = message.key;
-        outcome.messageArguments = message.arguments;
-        outcome.isWarning = message.key == "MalformedImportArgumentWarning" ||
-                            message.key == "KeywordInImportArgumentWarning";
         return outcome;
     }
-
-    void record(Message const& message, std::size_t position) {
-        stopped = true;
-        outcomes.clear();
-        outcomes.push_back(invalid(message, position));
+    outcome.kind = argument.kind == 'n' ? OutcomeKind::FullyQualified : OutcomeKind::Wildcard;
+    outcome.rawArgument = argument.text.whole;
+    outcome.rootElement = argument.text.segments.front();
+    if (argument.kind == 'n') {
+        outcome.introducedName = argument.text.segments.back();
     }
+    return outcome;
+}
 
-    // The grammar.
-
-    void start() {
-        if (nothingLeft()) {
-            return;
-        }
-        if (nextIs(ArgumentKind::As)) {
-            record({"IncorrectNumberOfPackagesForAlias", {}}, next());
-        } else if (nextIsName()) {
-            nameList();
-        } else {
-            packageList();
-        }
+std::vector<Outcome> entriesOf(std::vector<Argument> const& arguments, std::string_view word) {
+    if (word.find('a') != std::string_view::npos) {
+        Outcome renamed = entryOf(arguments.front());
+        renamed.introducedName = arguments.back().text.whole;
+        renamed.index = arguments.back().position;
+        return {renamed};
     }
-
-    void nameList() {
-        takeName();
-        while (nextIsName()) {
-            takeName();
-        }
-        endOfNameList();
-    }
-
-    void endOfNameList() {
-        if (stopped || nothingLeft()) {
-            return;
-        }
-        if (nextIsPackage()) {
-            record({"MixedImportType", {}}, next());
-        } else {
-            record({"NamespaceWithAlias", {}}, next());
-        }
-    }
-
-    void packageList() {
-        takePackage();
-        if (nextIs(ArgumentKind::As)) {
-            aliasClause();
-            return;
-        }
-        while (nextIsPackage()) {
-            takePackage();
-        }
-        endOfPackageList();
-    }
-
-    void endOfPackageList() {
-        if (stopped || nothingLeft()) {
-            return;
-        }
-        if (nextIsName()) {
-            record({"MixedImportType", {}}, next());
-        } else {
-            record({"IncorrectNumberOfPackagesForAlias", {}}, next());
-        }
-    }
-
-    void aliasClause() {
-        std::size_t const keyword = consume();
-        if (nothingLeft()) {
-            record({"IncorrectNumberOfAlias", {}}, keyword);
-        } else {
-            aliasName();
-        }
-        endOfAliasClause();
-    }
-
-    void aliasName() {
-        std::size_t const position = consume();
-        Argument const& alias = arguments[position];
-        switch (alias.kind) {
-        case ArgumentKind::PackageName:
-            outcomes.at(0).introducedName = alias.text;
-            outcomes.at(0).index = position;
-            break;
-        case ArgumentKind::As:
-            record({"MultipleAsClauses", {}}, position);
-            break;
-        case ArgumentKind::VersionedPackage:
-            record({"InvalidAliasName", {specifierOf(alias.text).ToString()}}, position);
-            break;
-        default:
-            record({"InvalidAliasName", {alias.text}}, position);
-            break;
-        }
-    }
-
-    void endOfAliasClause() {
-        if (stopped || nothingLeft()) {
-            return;
-        }
-        if (nextIs(ArgumentKind::As)) {
-            record({"MultipleAsClauses", {}}, next());
-        } else {
-            record({"IncorrectNumberOfAlias", {}}, next());
-        }
-    }
-
-    std::vector<Argument> arguments;
     std::vector<Outcome> outcomes;
-    std::size_t cursor = 0;
-    bool stopped = false;
-};
+    for (Argument const& argument : arguments) {
+        outcomes.push_back(entryOf(argument));
+        if (argument.message) {
+            outcomes.push_back(*argument.message);
+        }
+    }
+    return outcomes;
+}
+
+/// The arguments but for the ignored ones.
+std::vector<Argument> classifyAll(std::vector<std::u16string> const& texts, bool packageImportsOn) {
+    std::vector<Argument> arguments;
+    for (std::size_t position = 0; position < texts.size(); ++position) {
+        Argument argument = packageImportsOn
+                                ? classify(withPackageImports, texts[position], position)
+                                : classify(withoutPackageImports, texts[position], position);
+        if (argument.kind != ignored) {
+            arguments.push_back(std::move(argument));
+        }
+    }
+    return arguments;
+}
 
 } // namespace
 
 std::vector<Outcome> parseCommand(std::vector<std::u16string> const& arguments,
                                   bool packageImportsOn) {
-    std::vector<Argument> classified;
-    classified.reserve(arguments.size());
-    for (std::u16string const& argument : arguments) {
-        classified.push_back(packageImportsOn ? classifyArgument(argument)
-                                              : classifyLegacyArgument(argument));
+    std::vector<Argument> const classified = classifyAll(arguments, packageImportsOn);
+    auto const rejected = std::ranges::find(classified, 'x', &Argument::kind);
+    if (rejected != classified.end()) {
+        return {*rejected->message};
     }
-    return Command(std::move(classified)).parse();
+
+    std::string word;
+    for (Argument const& argument : classified) {
+        word += argument.kind;
+    }
+    auto const& [pattern, key] = rowOf(word);
+    if (key.empty()) {
+        return entriesOf(classified, word);
+    }
+    Argument const& place = classified.at(*covers(pattern, word) - 1);
+    bool const carriesTheAlias = key == "InvalidAliasName";
+    return {invalid(key,
+                    carriesTheAlias ? std::vector{aliasText(place)} : std::vector<std::u16string>{},
+                    place.position)};
 }
 
 } // namespace model
