@@ -2,23 +2,24 @@
 #pragma once
 
 /// \file
-/// The diagnostics of the library: one catalogue, fourteen keys, their severity and their
-/// arguments.
+/// The diagnostics of the library: one catalogue, and for each key its severity and arguments.
 ///
-/// A host writes the words for each key into its own message catalogue; messageKeys is what it can
-/// check that catalogue against.
+/// A host writes the words for each key into its own message catalogue, and can check that
+/// catalogue against messages or messageKeys. The line of a key here is the only list of keys in
+/// the library.
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <tuple>
 
 namespace lf::import {
 
 /// The catalogue of every message of this library.
 inline constexpr std::string_view messageCatalogue = "KELDAR:lang";
 
-/// How grave a diagnostic is.
+/// The severity of a diagnostic.
 enum class Severity : std::uint8_t {
     /// The import stands; the diagnostic stands beside it.
     Warning,
@@ -86,46 +87,56 @@ struct MessageDefinition {
     Severity severity;
 };
 
-/// The fourteen kinds of diagnostic.
-namespace messages {
-
-using namespace message_arguments;
-using enum Severity;
-
 // clang-format off
 
-/// The argument is no name, wildcard or package.
-inline constexpr MessageDefinition<ImportArgument> invalidImportArgument{"InvalidImportArgument", Error};
-/// Without package imports: a wildcard has a bad prefix, or none.
-inline constexpr MessageDefinition<ImportArgument> malformedImportArgumentWarning{"MalformedImportArgumentWarning", Warning};
-/// The name to be introduced is a reserved word.
-inline constexpr MessageDefinition<ImportArgument, ReservedWord> keywordInImportArgument{"KeywordInImportArgument", Error};
-/// Without package imports: the name to be introduced is a reserved word.
-inline constexpr MessageDefinition<ImportArgument, ReservedWord> keywordInImportArgumentWarning{"KeywordInImportArgumentWarning", Warning};
-/// Without package imports: every argument needs a dot.
-inline constexpr MessageDefinition<> importArgumentWithoutDot{"ImportArgumentWithoutDot", Error};
-/// What follows `as` is no plain name.
-inline constexpr MessageDefinition<RejectedAlias> invalidAliasName{"InvalidAliasName", Error};
-/// `as` is followed by no name, or by more than one.
-inline constexpr MessageDefinition<> incorrectNumberOfAlias{"IncorrectNumberOfAlias", Error};
-/// `as` follows no package, or more than one.
-inline constexpr MessageDefinition<> incorrectNumberOfPackagesForAlias{"IncorrectNumberOfPackagesForAlias", Error};
-/// One command imports both names and packages.
-inline constexpr MessageDefinition<> mixedImportType{"MixedImportType", Error};
-/// A second `as`.
-inline constexpr MessageDefinition<> multipleAsClauses{"MultipleAsClauses", Error};
-/// `as` follows a name or wildcard.
-inline constexpr MessageDefinition<> namespaceWithAlias{"NamespaceWithAlias", Error};
-/// The scope already has a package under this name.
-inline constexpr MessageDefinition<RefusedImport> packageRedeclared{"PackageRedeclared", Error};
-/// The scope already introduces this name by an import of the other kind.
-inline constexpr MessageDefinition<RefusedImport, IntroducedName> precedenceViolation{"PrecedenceViolation", Error};
-/// A dotted import starts with a name that a package import introduces.
-inline constexpr MessageDefinition<> invalidPackageFunctionAbbreviation{"InvalidPackageFunctionAbbreviation", Error};
+/// The kinds of diagnostic that a parser returns among its entries.
+inline constexpr auto parserMessages = [] {
+    using namespace message_arguments;
+    using enum Severity;
+    return std::tuple{
+        // The argument is no name, wildcard or package.
+        MessageDefinition<ImportArgument>{"InvalidImportArgument", Error},
+        // Without package imports: a wildcard has a bad prefix, or none.
+        MessageDefinition<ImportArgument>{"MalformedImportArgumentWarning", Warning},
+        // The name to be introduced is a reserved word.
+        MessageDefinition<ImportArgument, ReservedWord>{"KeywordInImportArgument", Error},
+        // Without package imports: the name to be introduced is a reserved word.
+        MessageDefinition<ImportArgument, ReservedWord>{"KeywordInImportArgumentWarning", Warning},
+        // Without package imports: every argument needs a dot.
+        MessageDefinition<>{"ImportArgumentWithoutDot", Error},
+        // What follows `as` is no plain name.
+        MessageDefinition<RejectedAlias>{"InvalidAliasName", Error},
+        // `as` is followed by no name, or by more than one.
+        MessageDefinition<>{"IncorrectNumberOfAlias", Error},
+        // `as` follows no package, or more than one.
+        MessageDefinition<>{"IncorrectNumberOfPackagesForAlias", Error},
+        // One command imports both names and packages.
+        MessageDefinition<>{"MixedImportType", Error},
+        // A second `as`.
+        MessageDefinition<>{"MultipleAsClauses", Error},
+        // `as` follows a name or wildcard.
+        MessageDefinition<>{"NamespaceWithAlias", Error},
+    };
+}();
+
+/// The kinds of diagnostic with which a list refuses an entry.
+inline constexpr auto listMessages = [] {
+    using namespace message_arguments;
+    using enum Severity;
+    return std::tuple{
+        // The scope already has a package under this name.
+        MessageDefinition<RefusedImport>{"PackageRedeclared", Error},
+        // The scope already introduces this name by an import of the other kind.
+        MessageDefinition<RefusedImport, IntroducedName>{"PrecedenceViolation", Error},
+        // A dotted import starts with a name that a package import introduces.
+        MessageDefinition<>{"InvalidPackageFunctionAbbreviation", Error},
+    };
+}();
 
 // clang-format on
 
-} // namespace messages
+/// Every kind of diagnostic: a tuple of MessageDefinition.
+inline constexpr auto messages = std::tuple_cat(parserMessages, listMessages);
 
 /// A kind of diagnostic as plain data.
 struct MessageKey {
@@ -144,23 +155,16 @@ struct MessageKey {
           numberOfArguments(sizeof...(Arguments)) {}
 };
 
-/// Every kind of diagnostic, once. A message can be made only of what stands here.
-inline constexpr std::array messageKeys{
-    MessageKey(messages::invalidImportArgument),
-    MessageKey(messages::malformedImportArgumentWarning),
-    MessageKey(messages::keywordInImportArgument),
-    MessageKey(messages::keywordInImportArgumentWarning),
-    MessageKey(messages::importArgumentWithoutDot),
-    MessageKey(messages::invalidAliasName),
-    MessageKey(messages::incorrectNumberOfAlias),
-    MessageKey(messages::incorrectNumberOfPackagesForAlias),
-    MessageKey(messages::mixedImportType),
-    MessageKey(messages::multipleAsClauses),
-    MessageKey(messages::namespaceWithAlias),
-    MessageKey(messages::packageRedeclared),
-    MessageKey(messages::precedenceViolation),
-    MessageKey(messages::invalidPackageFunctionAbbreviation),
-};
+/// The data of each of \p definitions, in the same order.
+template <typename... Definitions>
+constexpr std::array<MessageKey, sizeof...(Definitions)>
+keysOf(std::tuple<Definitions...> const& definitions) noexcept {
+    return std::apply([](auto const&... each) { return std::array{MessageKey(each)...}; },
+                      definitions);
+}
+
+/// Every kind of diagnostic as plain data, in the order of messages.
+inline constexpr auto messageKeys = keysOf(messages);
 
 /// The severity of the messages with exactly this key; one that is not in messageKeys is an error,
 /// however it ends.

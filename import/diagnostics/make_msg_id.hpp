@@ -2,46 +2,68 @@
 #pragma once
 
 /// \file
-/// Makes message identifiers of the kinds that messages.hpp defines, and of no other.
+/// Makes message identifiers with the keys of messages.hpp, and with no others.
 
 #include <import/messages.hpp>
 #include <import/platform.hpp>
 
 #include <algorithm>
+#include <array>
 #include <concepts>
+#include <cstddef>
 #include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
 #include <utility>
 
 namespace lf::import {
 
-/// Messages of the kind \p definition carry arguments of these types.
-template <auto& definition, typename... Arguments>
-concept Carries = std::convertible_to<decltype(definition), MessageDefinition<Arguments...>>;
+/// A key as a template argument: `"MixedImportType"`.
+template <std::size_t size>
+struct MessageKeyLiteral {
+    /// With the terminating null.
+    std::array<char, size> text{};
 
-/// A message of the kind \p definition: `makeMsgID<messages::keywordInImportArgument>(
-/// messages::ImportArgument(argument), messages::ReservedWord(word))`.
+    // Implicit, so that a string literal can be the template argument.
+    consteval MessageKeyLiteral(char const (&literal)[size]) { // NOLINT
+        std::ranges::copy(literal, text.begin());
+    }
+
+    constexpr std::string_view view() const noexcept { return {text.data(), size - 1}; }
+};
+
+/// The place of \p key in messages; their number if it is not there.
+template <MessageKeyLiteral key>
+inline constexpr auto indexOfMessage = static_cast<std::size_t>(
+    std::ranges::find(messageKeys, key.view(), &MessageKey::key) - messageKeys.begin());
+
+/// messages has \p key, with arguments of these types.
+template <MessageKeyLiteral key, typename... Arguments>
+concept Carries =
+    indexOfMessage<key> < messageKeys.size() &&
+    std::same_as<std::tuple_element_t<indexOfMessage<key>, std::remove_const_t<decltype(messages)>>,
+                 MessageDefinition<Arguments...>>;
+
+/// A message with this key: `makeMsgID<"KeywordInImportArgument">(ImportArgument(argument),
+/// ReservedWord(word))`.
 ///
-/// Missing, swapped or plain arguments do not compile, nor does a definition that messageKeys
-/// lacks.
-template <auto& definition, typename... Arguments>
-resource_core::BaseMsgID
-makeMsgID(Arguments... arguments) requires Carries<definition, Arguments...> {
-    static_assert(std::ranges::find(messageKeys, definition.key, &MessageKey::key) !=
-                      messageKeys.end(),
-                  "list the definition in messageKeys");
+/// An unknown key does not compile, nor do missing, swapped or plain arguments.
+template <MessageKeyLiteral key, typename... Arguments>
+resource_core::BaseMsgID makeMsgID(Arguments... arguments) requires Carries<key, Arguments...> {
     resource_core::BaseMsgID message{.arguments = {},
                                      .catalogue = std::string(messageCatalogue),
-                                     .key = std::string(definition.key)};
+                                     .key = std::string(key.view())};
     message.arguments.reserve(sizeof...(arguments));
     (message.arguments.emplace_back(std::in_place_type<std::u16string>, arguments.text), ...);
     return message;
 }
 
 /// The same, in a holder.
-template <auto& definition, typename... Arguments>
+template <MessageKeyLiteral key, typename... Arguments>
 resource_core::GenericMsgIDHolder
-makeMsgHolder(Arguments... arguments) requires Carries<definition, Arguments...> {
-    return resource_core::GenericMsgIDHolder(makeMsgID<definition>(arguments...));
+makeMsgHolder(Arguments... arguments) requires Carries<key, Arguments...> {
+    return resource_core::GenericMsgIDHolder(makeMsgID<key>(arguments...));
 }
 
 } // namespace lf::import

@@ -16,8 +16,8 @@ namespace lf::import {
 
 namespace {
 
-using messages::IntroducedName;
-using messages::RefusedImport;
+using message_arguments::IntroducedName;
+using message_arguments::RefusedImport;
 using resource_core::GenericMsgIDHolder;
 
 auto insert(NameSet& names, std::u16string&& name) {
@@ -64,12 +64,11 @@ void makeRoomForOneMore(std::vector<Entry>& entries) {
 }
 
 GenericMsgIDHolder precedenceViolation(std::u16string_view refused, std::u16string_view name) {
-    return makeMsgHolder<messages::precedenceViolation>(RefusedImport(refused),
-                                                        IntroducedName(name));
+    return makeMsgHolder<"PrecedenceViolation">(RefusedImport(refused), IntroducedName(name));
 }
 
 GenericMsgIDHolder invalidAbbreviation() {
-    return makeMsgHolder<messages::invalidPackageFunctionAbbreviation>();
+    return makeMsgHolder<"InvalidPackageFunctionAbbreviation">();
 }
 
 } // namespace
@@ -95,7 +94,7 @@ ImportList::Refusal ImportList::add(ImportEntry&& entry, PackageConflictCheck ch
 ImportList::Refusal ImportList::checkDynamicPackage(PackageImportEntry const& entry,
                                                     NameKey const& name) const {
     if (findOwnPackage(name) != nullptr) {
-        return makeMsgHolder<messages::packageRedeclared>(
+        return makeMsgHolder<"PackageRedeclared">(
             RefusedImport(entry.getPackageSpecifier().ToString()));
     }
     if (findOwnFullyQualified(name) != nullptr) {

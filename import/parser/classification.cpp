@@ -16,6 +16,8 @@ namespace lf::import {
 
 namespace {
 
+using message_arguments::ImportArgument;
+using message_arguments::ReservedWord;
 using Oxtavel::KeldarComponents::GetComponentVersionRangeFactory;
 using Oxtavel::KeldarComponents::PackageSpecifier;
 using resource_core::GenericMsgIDHolder;
@@ -36,22 +38,20 @@ bool isReservedWord(std::u16string const& word) {
 }
 
 InvalidImportArgument rejectArgument(std::u16string_view argument) {
-    return {makeMsgHolder<messages::invalidImportArgument>(messages::ImportArgument(argument))};
+    return {makeMsgHolder<"InvalidImportArgument">(ImportArgument(argument))};
 }
 
 InvalidImportArgument rejectKeyword(std::u16string_view argument, std::u16string_view word) {
-    return {makeMsgHolder<messages::keywordInImportArgument>(messages::ImportArgument(argument),
-                                                             messages::ReservedWord(word))};
+    return {makeMsgHolder<"KeywordInImportArgument">(ImportArgument(argument), ReservedWord(word))};
 }
 
 GenericMsgIDHolder malformedWarning(std::u16string_view argument) {
-    return makeMsgHolder<messages::malformedImportArgumentWarning>(
-        messages::ImportArgument(argument));
+    return makeMsgHolder<"MalformedImportArgumentWarning">(ImportArgument(argument));
 }
 
 GenericMsgIDHolder keywordWarning(std::u16string_view argument, std::u16string_view word) {
-    return makeMsgHolder<messages::keywordInImportArgumentWarning>(
-        messages::ImportArgument(argument), messages::ReservedWord(word));
+    return makeMsgHolder<"KeywordInImportArgumentWarning">(ImportArgument(argument),
+                                                           ReservedWord(word));
 }
 
 // What both grammars need to know of a dotted name.
@@ -139,7 +139,7 @@ ParsedImportArgument classifyLegacyArgument(std::u16string_view argument) {
     if (contains(argument, u'.')) {
         return classifyLegacyDottedName(argument);
     }
-    return InvalidImportArgument{makeMsgHolder<messages::importArgumentWithoutDot>()};
+    return InvalidImportArgument{makeMsgHolder<"ImportArgumentWithoutDot">()};
 }
 
 ParsedImportArgument classifyDottedName(std::u16string_view argument) {

@@ -42,7 +42,7 @@ void ImportArgumentParser::parseCommand() {
     case Kind::Package:
         return parsePackageList();
     case Kind::AliasKeyword:
-        return recordError(makeMsgID<messages::incorrectNumberOfPackagesForAlias>(), nextIndex());
+        return recordError(makeMsgID<"IncorrectNumberOfPackagesForAlias">(), nextIndex());
     case Kind::NothingLeft:
         return;
     }
@@ -69,7 +69,7 @@ void ImportArgumentParser::parsePackageList() {
 void ImportArgumentParser::parseAliasClause() {
     ImportArgumentIndex const keyword = consume();
     if (isFinished()) {
-        recordError(makeMsgID<messages::incorrectNumberOfAlias>(), keyword);
+        recordError(makeMsgID<"IncorrectNumberOfAlias">(), keyword);
     } else {
         parseAliasName();
     }
@@ -82,10 +82,10 @@ void ImportArgumentParser::parseAliasName() {
     if (auto* const alias = std::get_if<PackageNameImportArgument>(&argument)) {
         renameThePackage(std::move(*alias), index);
     } else if (std::holds_alternative<AsClauseImportArgument>(argument)) {
-        recordError(makeMsgID<messages::multipleAsClauses>(), index);
+        recordError(makeMsgID<"MultipleAsClauses">(), index);
     } else {
-        recordError(makeMsgID<messages::invalidAliasName>(
-                        messages::RejectedAlias(rejectedAliasText(argument))),
+        recordError(makeMsgID<"InvalidAliasName">(
+                        message_arguments::RejectedAlias(rejectedAliasText(argument))),
                     index);
     }
 }
@@ -94,8 +94,8 @@ void ImportArgumentParser::expectEndOfNameList() {
     if (isFinished()) {
         return;
     }
-    recordError(peek() == Kind::Package ? makeMsgID<messages::mixedImportType>()
-                                        : makeMsgID<messages::namespaceWithAlias>(),
+    recordError(peek() == Kind::Package ? makeMsgID<"MixedImportType">()
+                                        : makeMsgID<"NamespaceWithAlias">(),
                 nextIndex());
 }
 
@@ -103,8 +103,8 @@ void ImportArgumentParser::expectEndOfPackageList() {
     if (isFinished()) {
         return;
     }
-    recordError(peek() == Kind::Name ? makeMsgID<messages::mixedImportType>()
-                                     : makeMsgID<messages::incorrectNumberOfPackagesForAlias>(),
+    recordError(peek() == Kind::Name ? makeMsgID<"MixedImportType">()
+                                     : makeMsgID<"IncorrectNumberOfPackagesForAlias">(),
                 nextIndex());
 }
 
@@ -112,8 +112,8 @@ void ImportArgumentParser::expectEndOfAliasClause() {
     if (isFinished()) {
         return;
     }
-    recordError(peek() == Kind::AliasKeyword ? makeMsgID<messages::multipleAsClauses>()
-                                             : makeMsgID<messages::incorrectNumberOfAlias>(),
+    recordError(peek() == Kind::AliasKeyword ? makeMsgID<"MultipleAsClauses">()
+                                             : makeMsgID<"IncorrectNumberOfAlias">(),
                 nextIndex());
 }
 

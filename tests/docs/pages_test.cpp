@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Holds the pages on diagnostics, rules and reports to the library's table of messages and to the
+/// Holds the pages on diagnostics and rules to the library's table of messages and to the
 /// output that they show. That this output is real is what check_documents.py compares.
 
 #include <import/messages.hpp>
-
-#include <nlohmann/json.hpp>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -231,17 +229,6 @@ TEST(RulesPage, ShowsTheExamplesOfEachTableInTheOutputBelowIt) {
         }
     }
     EXPECT_GT(examples, 50U);
-}
-
-TEST(ReportSchema, KnowsTheKeysOfTheLibraryAndNoOthers) {
-    std::ifstream stream(PROJECT_FOLDER "/tools/import_explorer/report.schema.json");
-    auto const known = nlohmann::json::parse(stream).at("$defs").at("MessageKey").at("enum");
-    nlohmann::json expected = nlohmann::json::array();
-    for (MessageKey const& message : messageKeys) {
-        expected.push_back(message.key);
-    }
-    expected.push_back(nullptr);
-    EXPECT_EQ(known, expected);
 }
 
 } // namespace

@@ -10,48 +10,47 @@
 namespace lf::import {
 namespace {
 
-using messages::ImportArgument;
-using messages::ReservedWord;
+using message_arguments::ImportArgument;
+using message_arguments::ReservedWord;
 using resource_core::BaseMsgID;
 using resource_core::GenericMsgIDHolder;
 
-template <auto const& definition, typename... Arguments>
+template <MessageKeyLiteral key, typename... Arguments>
 concept CanBeMadeOf = requires(Arguments... arguments) {
-    makeMsgID<definition>(arguments...);
+    makeMsgID<key>(arguments...);
 };
 
-static_assert(CanBeMadeOf<messages::keywordInImportArgument, ImportArgument, ReservedWord>);
-static_assert(!CanBeMadeOf<messages::keywordInImportArgument, ReservedWord, ImportArgument>,
+static_assert(CanBeMadeOf<"KeywordInImportArgument", ImportArgument, ReservedWord>);
+static_assert(!CanBeMadeOf<"KeywordInImportArgument", ReservedWord, ImportArgument>,
               "swapped arguments");
-static_assert(!CanBeMadeOf<messages::keywordInImportArgument, ImportArgument>,
-              "a missing argument");
-static_assert(!CanBeMadeOf<messages::invalidImportArgument, std::u16string>,
-              "a text without a meaning");
-static_assert(!CanBeMadeOf<messages::importArgumentWithoutDot, ImportArgument>,
-              "an argument too many");
-static_assert(CanBeMadeOf<messages::importArgumentWithoutDot>);
+static_assert(!CanBeMadeOf<"KeywordInImportArgument", ImportArgument>, "a missing argument");
+static_assert(!CanBeMadeOf<"InvalidImportArgument", std::u16string>, "a text without a meaning");
+static_assert(!CanBeMadeOf<"ImportArgumentWithoutDot", ImportArgument>, "an argument too many");
+static_assert(CanBeMadeOf<"ImportArgumentWithoutDot">);
+static_assert(!CanBeMadeOf<"ImportArgumentWithoutDots">, "an unknown key");
+static_assert(!CanBeMadeOf<"">, "no key");
 
 TEST(MakeMsgID, FillsInCatalogueKeyAndArgumentsInOrder) {
-    EXPECT_EQ((makeMsgID<messages::keywordInImportArgument>(ImportArgument(u"a.for"),
-                                                            ReservedWord(u"for"))),
-              (BaseMsgID{{u"a.for", u"for"}, "KELDAR:lang", "KeywordInImportArgument"}));
+    EXPECT_EQ(
+        (makeMsgID<"KeywordInImportArgument">(ImportArgument(u"a.for"), ReservedWord(u"for"))),
+        (BaseMsgID{{u"a.for", u"for"}, "KELDAR:lang", "KeywordInImportArgument"}));
 }
 
 TEST(MakeMsgID, MakesNoArgumentOfNone) {
-    EXPECT_TRUE(makeMsgID<messages::importArgumentWithoutDot>().arguments.empty());
+    EXPECT_TRUE(makeMsgID<"ImportArgumentWithoutDot">().arguments.empty());
 }
 
 TEST(MakeMsgID, CopiesTheTexts) {
     auto text = std::make_unique<std::u16string>(100, u'x');
-    BaseMsgID const message = makeMsgID<messages::invalidImportArgument>(ImportArgument(*text));
+    BaseMsgID const message = makeMsgID<"InvalidImportArgument">(ImportArgument(*text));
     text.reset();
     EXPECT_EQ(std::get<std::u16string>(message.arguments.front()), std::u16string(100, u'x'));
 }
 
 TEST(MakeMsgHolder, SurvivesTheHolderItWasCopiedFrom) {
-    auto original = std::make_unique<GenericMsgIDHolder>(
-        makeMsgHolder<messages::keywordInImportArgumentWarning>(ImportArgument(u"a.end"),
-                                                                ReservedWord(u"end")));
+    auto original =
+        std::make_unique<GenericMsgIDHolder>(makeMsgHolder<"KeywordInImportArgumentWarning">(
+            ImportArgument(u"a.end"), ReservedWord(u"end")));
     GenericMsgIDHolder const copy = *original;
     original.reset();
     EXPECT_EQ(copy.getMsgID(),
