@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,6 +33,7 @@ namespace {
 
 using lf::import::ImportEntry;
 using model::Outcome;
+using workload::NameShape;
 
 // Contestants: how a list is made and added to.
 
@@ -100,12 +102,12 @@ struct Model {
     }
 };
 
-std::vector<std::u16string> const& namesFor(std::size_t count) {
-    static workload::Draws draws;
-    static workload::NameSource source(draws);
-    static std::vector<std::u16string> names;
-    while (names.size() < count) {
-        names.push_back(source.next());
+std::vector<std::u16string> const& namesFor(NameShape shape, std::size_t count) {
+    static std::map<NameShape, std::vector<std::u16string>> namesByShape;
+    std::vector<std::u16string>& names = namesByShape[shape];
+    if (names.size() < count) {
+        workload::Draws draws;
+        names = workload::NameSource(draws, shape).take(count);
     }
     return names;
 }
@@ -135,12 +137,20 @@ ImportEntry makeWildcard(std::size_t number, std::vector<std::u16string> const& 
     return support::makeWildcard(dottedName(number, names) + u".*");
 }
 
+// What a list is filled with.
+struct Filling {
+    EntryMaker make;
+    std::size_t count;
+    NameShape names = NameShape::RandomWords;
+};
+
 template <typename Contestant>
-std::vector<typename Contestant::Entry> makeEntries(EntryMaker make, std::size_t count) {
+std::vector<typename Contestant::Entry> makeEntries(Filling filling) {
+    std::vector<std::u16string> const& names = namesFor(filling.names, filling.count);
     std::vector<typename Contestant::Entry> entries;
-    entries.reserve(count);
-    for (std::size_t number = 0; number < count; ++number) {
-        entries.push_back(Contestant::makeEntry(make(number, namesFor(count))));
+    entries.reserve(filling.count);
+    for (std::size_t number = 0; number < filling.count; ++number) {
+        entries.push_back(Contestant::makeEntry(filling.make(number, names)));
     }
     return entries;
 }
@@ -151,8 +161,9 @@ using Addition = decltype(&Contestant::add);
 // None of the first thousand entries is refused or left out; the loop itself only looks at the
 // size.
 template <typename Contestant>
-void checkGrowth(EntryMaker make, Addition<Contestant> addTo, std::size_t count) {
-    auto entries = makeEntries<Contestant>(make, std::min<std::size_t>(count, 1'000));
+void checkGrowth(Filling filling, Addition<Contestant> addTo) {
+    filling.count = std::min<std::size_t>(filling.count, 1'000);
+    auto entries = makeEntries<Contestant>(filling);
     typename Contestant::List list = Contestant::create();
     for (typename Contestant::Entry& entry : entries) {
         require(!addTo(list, entry), "an entry that is added");
@@ -161,18 +172,16 @@ void checkGrowth(EntryMaker make, Addition<Contestant> addTo, std::size_t count)
 }
 
 template <typename Contestant>
-void measureGrowth(benchmark::State& state, EntryMaker make, Addition<Contestant> addTo,
-                   std::size_t count) {
+void measureGrowth(benchmark::State& state, Filling filling, Addition<Contestant> addTo) {
     constexpr std::size_t leastAdditions = 2'048; // that are timed in one go
-    std::size_t const numberOfLists = std::max<std::size_t>(1, leastAdditions / count);
-    namesFor(count);
-    checkGrowth<Contestant>(make, addTo, count);
+    std::size_t const numberOfLists = std::max<std::size_t>(1, leastAdditions / filling.count);
+    checkGrowth<Contestant>(filling, addTo);
     std::vector<std::vector<typename Contestant::Entry>> supplies(numberOfLists);
     std::vector<typename Contestant::List> lists(numberOfLists);
     Measurement measurement(state);
     for ([[maybe_unused]] auto _ : state) {
         measurement.pause();
-        std::ranges::generate(supplies, [&] { return makeEntries<Contestant>(make, count); });
+        std::ranges::generate(supplies, [&] { return makeEntries<Contestant>(filling); });
         measurement.resume();
         for (std::size_t i = 0; i < numberOfLists; ++i) {
             lists[i] = Contestant::create();
@@ -182,11 +191,34 @@ void measureGrowth(benchmark::State& state, EntryMaker make, Addition<Contestant
             }
         }
         measurement.pause();
-        require(Contestant::size(lists.back()) == count, "the growth of a list");
+        require(Contestant::size(lists.back()) == filling.count, "the growth of a list");
         std::ranges::generate(lists, [] { return typename Contestant::List(); });
         measurement.resume();
     }
-    measurement.report(numberOfLists * count);
+    measurement.report(numberOfLists * filling.count);
+}
+
+// What a list takes that holds the entries, and nothing of what was needed to fill it.
+template <typename Contestant>
+std::size_t bytesOfList(Filling filling) {
+    namesFor(filling.names, filling.count);
+    std::size_t const before = support::countLiveBytes();
+    typename Contestant::List list = Contestant::create();
+    for (typename Contestant::Entry& entry : makeEntries<Contestant>(filling)) {
+        Contestant::add(list, entry);
+    }
+    require(Contestant::size(list) == filling.count, "the number of entries in memory");
+    return support::countLiveBytes() - before;
+}
+
+template <typename Contestant>
+void measureMemory(benchmark::State& state, Filling filling) {
+    std::size_t bytes = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        bytes = bytesOfList<Contestant>(filling);
+    }
+    state.counters["bytes_per_entry"] =
+        static_cast<double>(bytes) / static_cast<double>(filling.count);
 }
 
 // A list that holds entries of one kind is offered others that it does not store.
@@ -212,10 +244,10 @@ constexpr auto refusals = std::to_array<Offer>({
 template <typename Contestant>
 void measureOffer(benchmark::State& state, Offer offer, std::size_t count) {
     typename Contestant::List list = Contestant::create();
-    for (auto& entry : makeEntries<Contestant>(offer.makeHeld, count)) {
+    for (auto& entry : makeEntries<Contestant>({offer.makeHeld, count})) {
         Contestant::add(list, entry);
     }
-    auto const all = makeEntries<Contestant>(offer.makeOffered, count);
+    auto const all = makeEntries<Contestant>({offer.makeOffered, count});
     workload::Draws draws;
     std::vector<typename Contestant::Entry> offered;
     for (std::size_t i = 0; i < workload::numberOfKeys; ++i) {
@@ -245,12 +277,50 @@ std::string nameOf(std::string_view subject, std::size_t count) {
 }
 
 template <typename Contestant>
+std::string nameOf(std::string_view subject, Filling filling) {
+    return nameOf<Contestant>(subject, filling.count) +
+           "/names:" + std::string(toString(filling.names));
+}
+
+template <typename Contestant>
+void registerFilling(std::string_view subject, Filling filling,
+                     Addition<Contestant> addition = &Contestant::add) {
+    add(nameOf<Contestant>(subject, filling),
+        [=](benchmark::State& state) { measureGrowth<Contestant>(state, filling, addition); });
+}
+
+// From one entry to very many, for the plots.
+template <typename Contestant>
 void registerGrowth(std::string_view subject, EntryMaker make, std::size_t longest,
                     Addition<Contestant> addition = &Contestant::add) {
-    for (std::size_t count = 1; count <= std::min(longest, Contestant::longest); count *= 10) {
-        add(nameOf<Contestant>(subject, count), [=](benchmark::State& state) {
-            measureGrowth<Contestant>(state, make, addition, count);
-        });
+    for (std::size_t const count : {1, 15, 100, 1'000, 10'000, 100'000, 1'000'000}) {
+        if (count <= std::min(longest, Contestant::longest)) {
+            registerFilling<Contestant>(subject, {make, count}, addition);
+        }
+    }
+}
+
+constexpr auto targetSizes = std::to_array<std::size_t>({15, 1'000, 100'000});
+
+template <typename Contestant>
+void registerShapes(std::string_view subject, EntryMaker make) {
+    for (NameShape const names : {NameShape::Alike, NameShape::ClassNames}) {
+        for (std::size_t const count : targetSizes) {
+            registerFilling<Contestant>(subject, {make, count, names});
+        }
+    }
+}
+
+template <typename Contestant>
+void registerMemory(std::string_view subject, EntryMaker make) {
+    for (NameShape const names : workload::nameShapes) {
+        for (std::size_t const count : targetSizes) {
+            Filling const filling{make, count, names};
+            add(nameOf<Contestant>(subject, filling),
+                [=](benchmark::State& state) { measureMemory<Contestant>(state, filling); })
+                ->Iterations(1)
+                ->Repetitions(1);
+        }
     }
 }
 
@@ -278,12 +348,22 @@ void registerContestant() {
     registerOffer<Contestant>(duplicates);
 }
 
+template <typename Contestant>
+void registerBesideByHand() {
+    registerShapes<Contestant>("add_fully_qualified", makeFullyQualified);
+    registerMemory<Contestant>("memory_of_package", makePackage);
+    registerMemory<Contestant>("memory_of_fully_qualified", makeFullyQualified);
+    registerMemory<Contestant>("memory_of_wildcard", makeWildcard);
+}
+
 } // namespace
 
 void registerAdding() {
     registerContestant<Gleigem>();
     registerContestant<ByHand>();
     registerContestant<Model>();
+    registerBesideByHand<Gleigem>();
+    registerBesideByHand<ByHand>();
     registerGrowth<Gleigem>("add_dynamic_package", makePackage, longList, &Gleigem::addDynamic);
     for (Offer const& refusal : refusals) {
         registerOffer<Gleigem>(refusal);

@@ -124,7 +124,7 @@ void measureChainDestruction(benchmark::State& state, std::size_t depth) {
 
 template <typename Contestant>
 void registerContestant() {
-    for (std::size_t const count : {8, 1'000, 100'000}) {
+    for (std::size_t const count : {15, 1'000, 100'000}) {
         for (auto const& [subject, timed] :
              {std::pair("clone", Timed::Clone), std::pair("destroy", Timed::Destruction)}) {
             std::string const name = std::string(subject) + '/' + std::string(Contestant::name) +

@@ -18,6 +18,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -75,10 +76,11 @@ void check(Contestant const& contestant, Keys const& keys) {
 struct Chain {
     std::size_t depth;
     std::size_t importsPerScope;
+    workload::NameShape names = workload::NameShape::RandomWords;
 
     friend bool operator<(Chain const& left, Chain const& right) {
-        return std::pair(left.depth, left.importsPerScope) <
-               std::pair(right.depth, right.importsPerScope);
+        return std::tie(left.depth, left.importsPerScope, left.names) <
+               std::tie(right.depth, right.importsPerScope, right.names);
     }
 };
 
@@ -90,8 +92,8 @@ LookupWorkload const& workloadOf(Chain chain) {
     return known != workloads.end()
                ? known->second
                : workloads
-                     .emplace(chain,
-                              workload::makeLookupWorkload(chain.depth, chain.importsPerScope))
+                     .emplace(chain, workload::makeLookupWorkload(
+                                         chain.depth, chain.importsPerScope, chain.names))
                      .first->second;
 }
 
@@ -144,7 +146,8 @@ void measureHash(benchmark::State& state) {
 std::string nameOf(std::string_view subject, std::string_view contestant, Chain chain) {
     return std::string(subject) + '/' + std::string(contestant) +
            "/depth:" + std::to_string(chain.depth) +
-           "/imports:" + std::to_string(chain.importsPerScope);
+           "/imports:" + std::to_string(chain.importsPerScope) +
+           "/names:" + std::string(toString(chain.names));
 }
 
 template <typename Contestant>
@@ -165,13 +168,9 @@ void registerContestant(std::string_view name, Chain chain) {
     }
 }
 
-void registerChain(Chain chain) {
+void registerBesideAbsl(Chain chain) {
     registerContestant<workload::ImportLists>("gleigem", chain);
     registerContestant<floors::ScopeMaps<floors::AbslMap>>("absl_maps", chain);
-    registerContestant<floors::ScopeMaps<floors::UnorderedMap>>("unordered_maps", chain);
-    if (chain.importsPerScope == 8 && chain.depth <= workload::deepestForModel) {
-        registerContestant<ModelLists>("model", chain);
-    }
 }
 
 // Readers that wrote to anything shared would slow each other down.
@@ -192,13 +191,22 @@ void registerThreads(Chain chain) {
 
 void registerLookup() {
     add("hash_of_name/std", measureHash);
-    for (std::size_t const depth : {1, 4, 16, 64}) {
-        for (std::size_t const imports : {0, 8, 1'000}) {
-            registerChain({depth, imports});
+    for (workload::NameShape const names : workload::nameShapes) {
+        for (std::size_t const depth : {1, 4, 16, 64}) {
+            for (std::size_t const imports : {8, 32, 128, 1'024}) {
+                registerBesideAbsl({depth, imports, names});
+            }
         }
     }
-    for (std::size_t const imports : {10'000, 100'000, 1'000'000}) { // and 1,000 from above
-        registerChain({1, imports});
+    for (std::size_t const depth : {1, 4, 16, 64}) {
+        registerBesideAbsl({depth, 0});
+        registerContestant<floors::ScopeMaps<floors::UnorderedMap>>("unordered_maps", {depth, 8});
+        if (depth <= workload::deepestForModel) {
+            registerContestant<ModelLists>("model", {depth, 8});
+        }
+    }
+    for (std::size_t const imports : {10'000, 100'000, 1'000'000}) {
+        registerBesideAbsl({1, imports});
     }
     registerThreads({1, 8});
     registerThreads({16, 8});

@@ -4,43 +4,18 @@
 #include <support/make_entries.hpp>
 
 #include <algorithm>
-#include <array>
 #include <stdexcept>
-#include <string_view>
 #include <utility>
 
 namespace workload {
 
 namespace {
 
-constexpr auto words = std::to_array<std::u16string_view>({
-    u"add",    u"angle",  u"array",   u"base",   u"block",  u"buffer", u"cache",  u"cell",
-    u"chart",  u"clear",  u"color",   u"column", u"copy",   u"count",  u"create", u"data",
-    u"date",   u"delta",  u"display", u"error",  u"event",  u"field",  u"file",   u"filter",
-    u"find",   u"format", u"frame",   u"get",    u"group",  u"handle", u"image",  u"index",
-    u"input",  u"is",     u"item",    u"key",    u"label",  u"layer",  u"line",   u"list",
-    u"load",   u"map",    u"matrix",  u"model",  u"name",   u"node",   u"number", u"parse",
-    u"path",   u"plot",   u"point",   u"query",  u"random", u"range",  u"read",   u"row",
-    u"sample", u"set",    u"signal",  u"size",   u"table",  u"update", u"vector", u"write",
-});
-
-std::u16string capitalized(std::u16string_view word) {
-    std::u16string text(word);
-    text.front() = static_cast<char16_t>(text.front() - u'a' + u'A');
-    return text;
-}
-
-// Four words once in eight names, one word likewise; mostly two or three.
-std::size_t drawNumberOfWords(Draws& draws) {
-    static constexpr std::array<std::size_t, 8> shares{1, 2, 2, 2, 2, 3, 3, 4};
-    return draws.oneOf(shares);
-}
-
 std::u16string drawFullyQualified(NameSource& names, Draws& draws,
                                   std::vector<std::u16string> const& roots) {
     std::u16string text = draws.oneOf(roots);
     text += u'.';
-    text += draws.oneOf(words);
+    text += drawWord(draws);
     text += u'.';
     text += names.next();
     return text;
@@ -101,24 +76,6 @@ void add(lf::import::IImportList& list, lf::import::ImportEntry&& entry) {
 
 } // namespace
 
-std::u16string NameSource::next() {
-    for (;;) {
-        std::u16string name(draws.oneOf(words));
-        for (std::size_t left = drawNumberOfWords(draws) - 1; left > 0; --left) {
-            name += capitalized(draws.oneOf(words));
-        }
-        if (given.insert(name).second) {
-            return name;
-        }
-    }
-}
-
-std::vector<std::u16string> NameSource::take(std::size_t count) {
-    std::vector<std::u16string> names(count);
-    std::ranges::generate(names, [this] { return next(); });
-    return names;
-}
-
 Scopes makeScopes(NameSource& names, Draws& draws, std::size_t depth, std::size_t importsPerScope,
                   Repetition repetition) {
     std::vector<std::u16string> const roots = names.take(16);
@@ -141,9 +98,9 @@ std::u16string introducedName(std::u16string const& rawArgument) {
     return rawArgument.substr(rawArgument.rfind(u'.') + 1);
 }
 
-LookupWorkload makeLookupWorkload(std::size_t depth, std::size_t importsPerScope) {
+LookupWorkload makeLookupWorkload(std::size_t depth, std::size_t importsPerScope, NameShape shape) {
     Draws draws;
-    NameSource names(draws);
+    NameSource names(draws, shape);
     LookupWorkload workload;
     workload.scopes = makeScopes(names, draws, depth, importsPerScope, Repetition::None);
     workload.misses = drawMisses(names, draws);

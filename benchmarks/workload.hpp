@@ -2,8 +2,9 @@
 #pragma once
 
 /// \file
-/// What the benchmarks work on: names, scopes with their imports, import lists. All of it is drawn
-/// at random, yet the same in every run.
+/// What the benchmarks work on: scopes with their imports, import lists, names to look up in them.
+
+#include "names.hpp"
 
 #include <import/entries.hpp>
 #include <import/import_list.hpp>
@@ -12,44 +13,11 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <random>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 namespace workload {
-
-/// Whole numbers from a fixed seed.
-class Draws {
-  public:
-    /// A number less than \p bound.
-    std::size_t below(std::size_t bound) { return engine() % bound; }
-
-    /// One element of \p range.
-    template <typename Range>
-    auto const& oneOf(Range const& range) {
-        return range[below(std::size(range))];
-    }
-
-  private:
-    std::mt19937_64 engine{20240229};
-};
-
-/// Names as programs have them: one to four words in camel case, of which none is reserved.
-class NameSource {
-  public:
-    explicit NameSource(Draws& itsDraws) : draws(itsDraws) {}
-
-    /// A name that was not given before.
-    std::u16string next();
-
-    std::vector<std::u16string> take(std::size_t count);
-
-  private:
-    Draws& draws;
-    std::unordered_set<std::u16string> given;
-};
 
 /// The imports of one scope, as the texts of import arguments.
 struct Imports {
@@ -100,7 +68,8 @@ struct LookupWorkload {
     Keys fullyQualifiedHits;
 };
 
-LookupWorkload makeLookupWorkload(std::size_t depth, std::size_t importsPerScope);
+LookupWorkload makeLookupWorkload(std::size_t depth, std::size_t importsPerScope,
+                                  NameShape shape = NameShape::RandomWords);
 
 /// The text behind the last dot.
 std::u16string introducedName(std::u16string const& rawArgument);

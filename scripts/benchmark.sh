@@ -1,20 +1,53 @@
 #!/usr/bin/env bash
-# benchmark.sh [--docs]: builds preset release, runs the benchmark suite, and says of every target by how much
-# it is met or missed. With --docs it also draws the plots and fills in docs/performance.md and README.md. On
-# Debian 12, as root, it installs what is missing; elsewhere it says what is.
+# benchmark.sh [--baseline COMMIT] [--docs]: builds preset release, runs the benchmark suite, and says for each
+# target by how much it is met or missed. With --baseline it also compares the library with that of COMMIT. With
+# --docs it also draws the plots and fills in docs/performance.md and README.md. On Debian 12, as root, it installs
+# what is missing; elsewhere it says what is.
 #
-# Times are processor times and medians, so that other work on the machine does little harm; some it does.
-# Exit status 0 when targets are missed, but not when a measurement is.
+# Times are the thread's processor times, and the least of many short rounds in random order, so that other work on
+# the machine does little harm. Exit status 0 when targets are missed, but not when a measurement is.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
+baseline="" docs=false
+while (($#)); do
+    case $1 in
+        --baseline) baseline=$2 && shift ;;
+        --docs) docs=true ;;
+        *) sed -n '2,5s/^# //p' "$0" >&2 && exit 2 ;;
+    esac
+    shift
+done
+
 build=build/release
-results=$build/benchmarks.json
-costs=$build/build_costs.json
-growth=$build/growth.json
+measurements=$build/measurements
+suite=($build/benchmarks/gleigem_benchmarks --benchmark_min_time=0.01 --benchmark_enable_random_interleaving=true)
+
+# build_baseline: builds the library of commit $baseline in a source tree of its own; prints its file.
+build_baseline() {
+    local source
+    source=build/baseline/$(git rev-parse --short "$baseline^{commit}")
+    mkdir -p "$source"
+    git archive "$baseline" | tar -x -C "$source"
+    cmake -S "$source" --preset release -DGLEIGEM_BUILD_BENCHMARKS=OFF -DGLEIGEM_BUILD_TESTS=OFF >/dev/null
+    cmake --build "$source/build/release" --target gleigem >/dev/null
+    realpath "$source/build/release/import/libgleigem.so"
+}
+
+# compare_with LIBRARY: runs the benchmarks of the targets that have a baseline, with the library as it is and with
+# LIBRARY in its place, in turns.
+compare_with() {
+    local round filter='^(clone/gleigem/entries:1000|enumerate_.*/gleigem/depth:16/.*)$'
+    mkdir -p $measurements/baseline
+    for round in {1..5}; do
+        "${suite[@]}" --benchmark_filter="$filter" --benchmark_repetitions=5 \
+            --benchmark_out=$measurements/baseline/now-"$round".json >/dev/null
+        LD_PRELOAD=$1 "${suite[@]}" --benchmark_filter="$filter" --benchmark_repetitions=5 \
+            --benchmark_out=$measurements/baseline/before-"$round".json >/dev/null
+    done
+}
 
 require_packages "${benchmark_packages[@]}"
-[[ ${1-} != --docs ]] || require_packages "${plot_packages[@]}"
 
 step "configuring preset release"
 cmake --preset release -DGLEIGEM_BUILD_TESTS=ON -DGLEIGEM_BUILD_BENCHMARKS=ON >/dev/null
@@ -22,22 +55,32 @@ cmake --preset release -DGLEIGEM_BUILD_TESTS=ON -DGLEIGEM_BUILD_BENCHMARKS=ON >/
 step "building the benchmarks"
 cmake --build --preset release --target gleigem_benchmarks gleigem_instruction_count
 
-step "running the benchmarks: some ten minutes (load of the machine: $(cut -d ' ' -f 1-3 /proc/loadavg))"
-$build/benchmarks/gleigem_benchmarks --benchmark_repetitions=9 --benchmark_min_time=0.02 \
-    --benchmark_enable_random_interleaving=true --benchmark_report_aggregates_only=true \
-    --benchmark_out="$results" >/dev/null
+rm -rf $measurements
+mkdir -p $measurements
 
-step "counting how instructions grow with a list"
-scripts/count_instructions.py $build growth >"$growth"
+step "running the benchmarks: some ten minutes (load of the machine: $(cut -d ' ' -f 1-3 /proc/loadavg))"
+"${suite[@]}" --benchmark_repetitions=9 --benchmark_out=$measurements/benchmarks.json >/dev/null
+
+if [[ $baseline ]]; then
+    step "building the library of $baseline"
+    library=$(build_baseline)
+
+    step "comparing with the library of $baseline"
+    compare_with "$library"
+fi
+
+step "counting how instructions grow with a list, and under floods of names"
+scripts/count_instructions.py $build growth >$measurements/growth.json
+scripts/count_instructions.py $build flood >$measurements/flood.json
 
 step "measuring the library's size and what including it costs"
-scripts/measure_build_costs.py $build >"$costs"
+scripts/measure_build_costs.py $build >$measurements/build_costs.json
 
 step "comparing with the targets"
-scripts/benchmark_targets.py "$results" "$growth" "$costs"
+scripts/benchmark_targets.py $measurements
 
-if [[ ${1-} == --docs ]]; then
+if $docs; then
     step "drawing the plots and filling in the documents"
-    /usr/bin/python3 scripts/plot_benchmarks.py "$results" docs/performance
-    scripts/update_performance_pages.py "$results" "$growth" "$costs" docs/performance.md README.md
+    scripts/plot_benchmarks.py $measurements docs/performance
+    scripts/update_performance_pages.py $measurements docs/performance.md README.md
 fi

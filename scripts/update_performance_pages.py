@@ -1,26 +1,29 @@
 #!/usr/bin/env python3
-"""Fills the marked places of documents with the figures of a run of the benchmark suite.
+"""Fills the marked places of documents with the measurements of benchmark.sh.
 
-    update_performance_pages.py BENCHMARKS_JSON GROWTH_JSON BUILD_COSTS_JSON PAGE...
+    update_performance_pages.py MEASUREMENTS_FOLDER PAGE...
 
 A place reads `<!-- begin NAME -->`, lines, `<!-- end NAME -->`; the lines between are replaced.
 """
 
 import argparse
-import json
 import os
 import platform
 import re
 from pathlib import Path
 
-from benchmark_targets import Results, all_targets, as_markdown, duration
+from benchmark_targets import Measurements, all_targets, as_markdown, duration
 
 COSTS = [
     # What a user does, and the benchmarks that say what it costs, from the cheapest circumstances to the dearest.
     ("look up a name that nobody imports", "1, 4, 16, 64 scopes",
-     [f"find_package_miss/gleigem/depth:{depth}/imports:8" for depth in (1, 4, 16, 64)]),
+     [f"find_package_miss/gleigem/depth:{depth}/imports:8/names:random" for depth in (1, 4, 16, 64)]),
+    ("the same, in 4 scopes", "8, 128, 1,024 imports each",
+     [f"find_package_miss/gleigem/depth:4/imports:{size}/names:random" for size in (8, 128, 1_024)]),
     ("look up a name that some scope imports", "1, 4, 16, 64 scopes",
-     [f"find_package_hit/gleigem/depth:{depth}/imports:8" for depth in (1, 4, 16, 64)]),
+     [f"find_package_hit/gleigem/depth:{depth}/imports:8/names:random" for depth in (1, 4, 16, 64)]),
+    ("the same, in 4 scopes", "8, 128, 1,024 imports each",
+     [f"find_package_hit/gleigem/depth:4/imports:{size}/names:random" for size in (8, 128, 1_024)]),
     ("enumerate the visible packages, per entry", "1, 4, 16, 64 scopes",
      [f"enumerate_packages/gleigem/depth:{depth}/imports:8" for depth in (1, 4, 16, 64)]),
     ("parse an argument `a.b.c`", "short, long names",
@@ -29,14 +32,14 @@ COSTS = [
      [f"parse_package/{length}/gleigem/arguments:100" for length in ("short", "long")]),
     ("parse an argument `package@range`", "short, long names",
      [f"parse_versioned_package/{length}/gleigem/arguments:100" for length in ("short", "long")]),
-    ("add a package", "to 10, 1,000, 100,000 others",
-     [f"add_package/gleigem/entries:{size}" for size in (10, 1_000, 100_000)]),
-    ("add a fully qualified name", "to 10, 1,000, 100,000 others",
-     [f"add_fully_qualified/gleigem/entries:{size}" for size in (10, 1_000, 100_000)]),
-    ("clone a list, per entry", "8, 1,000, 100,000 entries",
-     [f"clone/gleigem/entries:{size}" for size in (8, 1_000, 100_000)]),
-    ("destroy a list, per entry", "8, 1,000, 100,000 entries",
-     [f"destroy/gleigem/entries:{size}" for size in (8, 1_000, 100_000)]),
+    ("add a package", "to 15, 1,000, 100,000 others",
+     [f"add_package/gleigem/entries:{size}/names:random" for size in (15, 1_000, 100_000)]),
+    ("add a fully qualified name", "to 15, 1,000, 100,000 others",
+     [f"add_fully_qualified/gleigem/entries:{size}/names:random" for size in (15, 1_000, 100_000)]),
+    ("clone a list, per entry", "15, 1,000, 100,000 entries",
+     [f"clone/gleigem/entries:{size}" for size in (15, 1_000, 100_000)]),
+    ("destroy a list, per entry", "15, 1,000, 100,000 entries",
+     [f"destroy/gleigem/entries:{size}" for size in (15, 1_000, 100_000)]),
 ]
 
 
@@ -59,16 +62,17 @@ HEADLINES = [
     ("find package, miss, depth 16", "the same, 16 nested scopes", "one hash map per scope"),
     ("find package, hit, depth 16", "a name that some scope imports, 16 nested scopes", "one hash map per scope"),
     ("enumerate packages, depth 16", "what is visible, 16 nested scopes", "a view per scope nested in the next"),
-    ("parse fully qualified, long", "an argument `a.b.c`", "copying the texts that its entry keeps"),
-    ("add fully qualified, to 1,000", "an addition to 1,000 entries", "filling the same containers by hand"),
+    ("parse fully qualified", "an argument `a.b.c`", "copying the texts that its entry keeps"),
+    ("add fully qualified", "an addition of `a.b.c`", "filling standard containers by hand"),
+    ("memory of a fully qualified entry", "the memory of an entry `a.b.c`", "standard containers"),
 ]
 
 
 def headline_table(rows):
-    lines = ["| | takes | | of |", "| --- | ---: | ---: | --- |"]
+    lines = ["| | takes | | of | at worst |", "| --- | ---: | ---: | --- | --- |"]
     for name, what, floor in HEADLINES:
         row = next(row for row in rows if row.target == name)  # the first, where there is another floor
-        lines.append(f"| {what} | {row.measured} | {100 * row.value:.0f} % | {floor} |")
+        lines.append(f"| {what} | {row.measured} | {100 * row.value:.0f} % | {floor} | {row.worst_at} |")
     return "\n".join(lines)
 
 
@@ -102,16 +106,14 @@ def fill(page, places):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
-    parser.add_argument("benchmarks", type=Path)
-    parser.add_argument("growth", type=Path)
-    parser.add_argument("costs", type=Path)
+    parser.add_argument("measurements", type=Path)
     parser.add_argument("pages", type=Path, nargs="+")
     options = parser.parse_args()
-    results, costs = Results(options.benchmarks), json.loads(options.costs.read_text())
-    rows = all_targets(results, json.loads(options.growth.read_text()), costs)
+    measurements = Measurements(options.measurements)
+    rows = all_targets(measurements)
     places = {
-        "costs": costs_table(results),
-        "machine": machine_list(results, costs),
+        "costs": costs_table(measurements.results),
+        "machine": machine_list(measurements.results, measurements.build_costs),
         "targets": as_markdown(rows),
         "headlines": headline_table(rows),
     }

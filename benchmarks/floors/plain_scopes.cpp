@@ -20,17 +20,13 @@ template <typename Entry>
 using AnyView = ranges::any_view<Entry const&, ranges::category::forward>;
 
 void addPackage(PlainScope& scope, std::u16string const& name) {
-    scope.packageIndexByName.emplace(name, scope.packages.size());
-    scope.packageFilter.add(Name(name));
+    scope.packageNames.insert(name);
     scope.packages.push_back(support::makePackage(name));
 }
 
 void addFullyQualified(PlainScope& scope, std::u16string const& rawArgument) {
-    std::u16string const name = workload::introducedName(rawArgument);
-    scope.fullyQualifiedIndexByName.emplace(name, scope.fullyQualified.size());
-    scope.fullyQualifiedFilter.add(Name(name));
+    scope.fullyQualifiedNames.insert(workload::introducedName(rawArgument));
     scope.rawArguments.insert(rawArgument);
-    scope.rawArgumentFilter.add(Name(rawArgument));
     scope.fullyQualified.push_back(support::makeName(rawArgument));
 }
 

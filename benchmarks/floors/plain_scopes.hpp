@@ -2,49 +2,70 @@
 #pragma once
 
 /// \file
-/// Nested scopes as plain structs with the hashed containers of import lists, enumerated by a
-/// hand-written loop and by nested views, both with the same hiding tests.
+/// Nested scopes as plain structs with standard containers, enumerated by a hand-written loop and
+/// by nested views, both with the hiding tests of import lists.
 
 #include "workload.hpp"
 
 #include <import/entries.hpp>
-#include <import/list/name_key.hpp>
 
 #include <range/v3/view/any_view.hpp>
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace floors {
 
-/// A name as the hashed containers of import lists are asked for it.
-using Name = lf::import::NameKey;
+/// A name that sets are asked for, hashed once for all of them.
+struct HashedName {
+    std::u16string_view text;
+    std::size_t hash;
+
+    explicit HashedName(std::u16string_view name)
+        : text(name), hash(std::hash<std::u16string_view>{}(name)) {}
+};
+
+struct NameHash {
+    using is_transparent = void;
+
+    std::size_t operator()(std::u16string const& name) const {
+        return std::hash<std::u16string>{}(name);
+    }
+
+    std::size_t operator()(HashedName const& name) const noexcept { return name.hash; }
+};
+
+struct NameEqual {
+    using is_transparent = void;
+
+    bool operator()(std::u16string const& left, std::u16string const& right) const noexcept {
+        return left == right;
+    }
+
+    bool operator()(HashedName const& left, std::u16string const& right) const noexcept {
+        return left.text == right;
+    }
+
+    bool operator()(std::u16string const& left, HashedName const& right) const noexcept {
+        return left == right.text;
+    }
+};
+
+using NameSet = std::unordered_set<std::u16string, NameHash, NameEqual>;
 
 /// One scope.
 struct PlainScope {
     PlainScope const* parent = nullptr;
-    lf::import::NameFilter packageFilter;
-    lf::import::NameFilter fullyQualifiedFilter;
-    lf::import::NameFilter rawArgumentFilter;
-    lf::import::NameIndex packageIndexByName;
-    lf::import::NameIndex fullyQualifiedIndexByName;
-    lf::import::NameSet rawArguments;
+    NameSet packageNames;
+    NameSet fullyQualifiedNames;
+    NameSet rawArguments;
     std::vector<lf::import::PackageImportEntry> packages;
     std::vector<lf::import::FullyQualifiedImportEntry> fullyQualified;
-
-    bool introducesPackage(Name const& name) const {
-        return packageFilter.mayHold(name) && packageIndexByName.contains(name);
-    }
-
-    bool introducesFullyQualified(Name const& name) const {
-        return fullyQualifiedFilter.mayHold(name) && fullyQualifiedIndexByName.contains(name);
-    }
-
-    bool holdsRawArgument(Name const& rawArgument) const {
-        return rawArgumentFilter.mayHold(rawArgument) && rawArguments.contains(rawArgument);
-    }
 };
 
 /// The names of an entry that decide whether a scope hides it, hashed once.
@@ -55,13 +76,13 @@ template <>
 struct HidingNames<lf::import::PackageImportEntry> {
     static constexpr auto entries = &PlainScope::packages;
 
-    Name name;
+    HashedName name;
 
     explicit HidingNames(lf::import::PackageImportEntry const& entry)
         : name(entry.getIntroducedName()) {}
 
     bool areHiddenBy(PlainScope const& scope) const {
-        return scope.introducesPackage(name) || scope.introducesFullyQualified(name);
+        return scope.packageNames.contains(name) || scope.fullyQualifiedNames.contains(name);
     }
 };
 
@@ -69,14 +90,14 @@ template <>
 struct HidingNames<lf::import::FullyQualifiedImportEntry> {
     static constexpr auto entries = &PlainScope::fullyQualified;
 
-    Name name;
-    Name rawArgument;
+    HashedName name;
+    HashedName rawArgument;
 
     explicit HidingNames(lf::import::FullyQualifiedImportEntry const& entry)
         : name(entry.getIntroducedName()), rawArgument(entry.getRawArgument()) {}
 
     bool areHiddenBy(PlainScope const& scope) const {
-        return scope.introducesPackage(name) || scope.holdsRawArgument(rawArgument);
+        return scope.packageNames.contains(name) || scope.rawArguments.contains(rawArgument);
     }
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <support/allocations.hpp>
 
+#include <malloc.h>
+
 #include <cstdlib>
 #include <limits>
 #include <new>
@@ -13,6 +15,7 @@ constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 
 thread_local std::size_t allocations = 0;
 thread_local std::size_t liveAllocations = 0;
+thread_local std::size_t liveBytes = 0;
 thread_local std::size_t allocationsUntilFailure = noLimit;
 thread_local support::Shortage shortageToCome{};
 thread_local bool failed = false;
@@ -35,6 +38,7 @@ bool failsNow() noexcept {
 
 void giveBack(void* memory) noexcept {
     liveAllocations -= memory == nullptr ? 0 : 1;
+    liveBytes -= malloc_usable_size(memory);
     std::free(memory);
 }
 
@@ -48,6 +52,10 @@ std::size_t countAllocations() noexcept {
 
 std::size_t countLiveAllocations() noexcept {
     return liveAllocations;
+}
+
+std::size_t countLiveBytes() noexcept {
+    return liveBytes;
 }
 
 FailingAllocations::FailingAllocations(std::size_t allowed, Shortage shortage) noexcept {
@@ -74,6 +82,7 @@ void* operator new(std::size_t size) {
     }
     if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
         ++liveAllocations;
+        liveBytes += malloc_usable_size(memory);
         return memory;
     }
     throw std::bad_alloc();

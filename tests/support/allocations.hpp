@@ -16,6 +16,9 @@ std::size_t countAllocations() noexcept;
 /// The number of those that it has not given back.
 std::size_t countLiveAllocations() noexcept;
 
+/// The number of bytes in these, as the allocator rounds them up.
+std::size_t countLiveBytes() noexcept;
+
 /// How memory runs out.
 enum class Shortage : std::uint8_t {
     /// One allocation fails, and there is room again.
