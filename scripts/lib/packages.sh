@@ -61,7 +61,3 @@ benchmark_packages=(
     "valgrind            valgrind"
     "python3             python3"
 )
-
-plot_packages=(
-    "python3-matplotlib  import matplotlib"
-)
