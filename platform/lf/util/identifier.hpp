@@ -39,8 +39,9 @@ class ConvertibleBasicStringView {
 };
 
 /// Whether the text is an identifier: a code point with XID_Start or an underscore, then any number
-/// with XID_Continue. An unpaired surrogate is no character, so that no text with one is an
-/// identifier.
+/// with XID_Continue, by the version of Unicode that ICU knows. Characters that show nothing
+/// (Default_Ignorable_Code_Point) are refused under every version, and so is an unpaired surrogate,
+/// which is no character.
 GLEIGEM_PLATFORM_EXPORT bool isValidIdentifier(ConvertibleBasicStringView<char16_t> text);
 
 } // namespace lf::util

@@ -54,7 +54,13 @@ constexpr auto rows = std::to_array<Row>({
     {u"a\u0661", true, "a digit of another script behind a letter"},
     {u"\u203F", false, "a connector other than the underscore must not start"},
     {u"a\u203F", true, "a connector behind a letter"},
-    {u"a\u200D", false, "a joiner"},
+    {u"a\u200D", false,
+     "a joiner shows nothing, and newer versions of Unicode let it continue a name"},
+    {u"a\u200Db", false, "the same between letters"},
+    {u"a\u200C", false, "so does a non-joiner"},
+    {u"a\uFE0F", false, "a variation selector shows nothing of its own"},
+    {u"\u3164", false, "a filler is a letter that shows nothing"},
+    {u"\u00E4\U000E0100", false, "an invisible character of two units"},
     {u"\uFF3F", false, "the wide underscore is a connector only"},
     {u"\U00010400", true, "a letter of two units"},
     {u"a\U00010400", true, "a letter of two units behind one of one"},
@@ -73,13 +79,20 @@ constexpr auto rows = std::to_array<Row>({
     {u"\U00010400\xD801", false, "a high surrogate behind a pair"},
 });
 
+bool has(UProperty property, char32_t codePoint) {
+    return u_hasBinaryProperty(static_cast<UChar32>(codePoint), property);
+}
+
+bool isInvisible(char32_t codePoint) {
+    return has(UCHAR_DEFAULT_IGNORABLE_CODE_POINT, codePoint);
+}
+
 bool mayStart(char32_t codePoint) {
-    return codePoint == U'_' ||
-           u_hasBinaryProperty(static_cast<UChar32>(codePoint), UCHAR_XID_START);
+    return codePoint == U'_' || (has(UCHAR_XID_START, codePoint) && !isInvisible(codePoint));
 }
 
 bool mayContinue(char32_t codePoint) {
-    return u_hasBinaryProperty(static_cast<UChar32>(codePoint), UCHAR_XID_CONTINUE);
+    return has(UCHAR_XID_CONTINUE, codePoint) && !isInvisible(codePoint);
 }
 
 /// The code point as text; a surrogate as itself, unpaired.
@@ -88,20 +101,20 @@ std::u16string textOf(char32_t codePoint) {
     return {text.getBuffer(), static_cast<std::size_t>(text.length())};
 }
 
-TEST(Identifier, FollowsTheDefaultIdentifiersOfUnicode) {
+TEST(Identifier, FollowsTheVisibleDefaultIdentifiersOfUnicode) {
     for (Row const& row : rows) {
         EXPECT_EQ(isValidIdentifier(row.text), row.valid) << row.why;
     }
 }
 
-TEST(Identifier, StartsWithWhatUnicodeAllowsForEveryCodePoint) {
+TEST(Identifier, StartsWithWhatUnicodeAllowsAndShowsForEveryCodePoint) {
     for (char32_t codePoint = 0; codePoint <= lastCodePoint; ++codePoint) {
         ASSERT_EQ(isValidIdentifier(textOf(codePoint)), mayStart(codePoint))
             << static_cast<unsigned>(codePoint);
     }
 }
 
-TEST(Identifier, ContinuesWithWhatUnicodeAllowsForEveryCodePoint) {
+TEST(Identifier, ContinuesWithWhatUnicodeAllowsAndShowsForEveryCodePoint) {
     for (char32_t codePoint = 0; codePoint <= lastCodePoint; ++codePoint) {
         ASSERT_EQ(isValidIdentifier(u'a' + textOf(codePoint)), mayContinue(codePoint))
             << static_cast<unsigned>(codePoint);
