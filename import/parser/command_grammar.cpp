@@ -14,6 +14,7 @@
 
 #include <import/diagnostics/make_msg_id.hpp>
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <variant>
@@ -67,7 +68,7 @@ void ImportArgumentParser::parsePackageList() {
 }
 
 void ImportArgumentParser::parseAliasClause() {
-    ImportArgumentIndex const keyword = consume();
+    std::size_t const keyword = consume();
     if (isFinished()) {
         recordError(makeMsgID<"IncorrectNumberOfAlias">(), keyword);
     } else {
@@ -77,7 +78,7 @@ void ImportArgumentParser::parseAliasClause() {
 }
 
 void ImportArgumentParser::parseAliasName() {
-    ImportArgumentIndex const index = consume();
+    std::size_t const index = consume();
     ParsedImportArgument& argument = arguments[index];
     if (auto* const alias = std::get_if<PackageNameImportArgument>(&argument)) {
         renameThePackage(std::move(*alias), index);

@@ -89,8 +89,8 @@ std::vector<ParsedImportEntry>& ImportArgumentParser::parse() {
     return entries;
 }
 
-ImportArgumentIndex ImportArgumentParser::nextIndex() const noexcept {
-    ImportArgumentIndex index = cursor;
+std::size_t ImportArgumentParser::nextIndex() const noexcept {
+    std::size_t index = cursor;
     while (index < arguments.size() && std::holds_alternative<IgnoredArgument>(arguments[index])) {
         ++index;
     }
@@ -103,7 +103,7 @@ ImportArgumentParser::Kind ImportArgumentParser::peek() const noexcept {
                                       Kind::Package,    Kind::AliasKeyword, Kind::NothingLeft,
                                       Kind::NothingLeft};
     static_assert(kinds.size() == std::variant_size_v<ParsedImportArgument>);
-    ImportArgumentIndex const index = nextIndex();
+    std::size_t const index = nextIndex();
     return index < arguments.size() ? kinds[arguments[index].index()] : Kind::NothingLeft;
 }
 
@@ -111,14 +111,14 @@ bool ImportArgumentParser::isFinished() const noexcept {
     return stopped || peek() == Kind::NothingLeft;
 }
 
-ImportArgumentIndex ImportArgumentParser::consume() noexcept {
-    ImportArgumentIndex const index = nextIndex();
+std::size_t ImportArgumentParser::consume() noexcept {
+    std::size_t const index = nextIndex();
     cursor = index + 1;
     return index;
 }
 
 void ImportArgumentParser::takeName() {
-    ImportArgumentIndex const index = consume();
+    std::size_t const index = consume();
     ParsedImportArgument& argument = arguments[index];
     if (auto* const name = std::get_if<FullyQualifiedImportArgument>(&argument)) {
         appendWithWarning<FullyQualifiedImportEntry>(entries, index, *name);
@@ -129,7 +129,7 @@ void ImportArgumentParser::takeName() {
 }
 
 void ImportArgumentParser::takePackage() {
-    ImportArgumentIndex const index = consume();
+    std::size_t const index = consume();
     ParsedImportArgument& argument = arguments[index];
     if (auto* const package = std::get_if<PackageNameImportArgument>(&argument)) {
         auto const entry = [this, package] {

@@ -8,6 +8,7 @@
 #include <import/arguments.hpp>
 #include <import/platform.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -41,10 +42,10 @@ class ImportArgumentParser final : public IImportArgumentParser {
     void expectEndOfAliasClause();
 
     // The cursor. Ignored arguments are passed over: the next argument is the next of another kind.
-    ImportArgumentIndex nextIndex() const noexcept;
+    std::size_t nextIndex() const noexcept;
     Kind peek() const noexcept;
     bool isFinished() const noexcept;
-    ImportArgumentIndex consume() noexcept;
+    std::size_t consume() noexcept;
 
     // What productions do to the result.
     void takeName();
@@ -54,7 +55,7 @@ class ImportArgumentParser final : public IImportArgumentParser {
 
     std::vector<ParsedImportEntry> entries;
     std::vector<ParsedImportArgument> arguments; ///< in command order; moved from as they are taken
-    ImportArgumentIndex cursor = 0;              ///< of the first argument not yet consumed
+    std::size_t cursor = 0;                      ///< of the first argument not yet consumed
     bool stopped = false;                        ///< a cross-argument error has been recorded
 };
 

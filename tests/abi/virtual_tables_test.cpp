@@ -14,19 +14,29 @@
 namespace lf::import {
 namespace {
 
-// The position of a virtual function in the table, the destructor being position 0. In the ABI of
-// this platform a pointer to a virtual member function holds one more than the offset of its entry,
-// and a destructor has two entries.
+// What a pointer to a virtual member function holds, in the two ways of the common ABI: the offset
+// of its entry in the table, and where it is told that it is virtual: by one more in the offset,
+// or, where addresses of functions can be odd, by one in twice the adjustment of the object.
+#if defined(__arm__) || defined(__aarch64__)
+constexpr std::ptrdiff_t virtualOffset = 0;
+constexpr std::ptrdiff_t virtualAdjustment = 1;
+#else
+constexpr std::ptrdiff_t virtualOffset = 1;
+constexpr std::ptrdiff_t virtualAdjustment = 0;
+#endif
+
+// The position of a virtual function in the table, the destructor being position 0, with its two
+// entries.
 template <typename Interface, typename Function>
 std::ptrdiff_t slotOf(Function Interface::*function) {
     struct Representation {
-        std::ptrdiff_t offsetPlusOne;
+        std::ptrdiff_t offset;
         std::ptrdiff_t adjustment;
     };
 
-    auto const [offsetPlusOne, adjustment] = std::bit_cast<Representation>(function);
-    EXPECT_EQ(adjustment, 0);
-    return (offsetPlusOne - 1) / static_cast<std::ptrdiff_t>(sizeof(void*)) - 1;
+    auto const [offset, adjustment] = std::bit_cast<Representation>(function);
+    EXPECT_EQ(adjustment, virtualAdjustment);
+    return (offset - virtualOffset) / static_cast<std::ptrdiff_t>(sizeof(void*)) - 1;
 }
 
 TEST(IImportArgumentParser, HasItsOperationsInTheOrderOfTheInterface) {
