@@ -31,6 +31,8 @@ def target_of(pointer):
 def read_string(string, encoding=UTF_16):
     data, length = string["_M_dataplus"]["_M_p"], int(string["_M_string_length"])
     shown = limited(length)
+    if shown == 0:  # gdb 16 does not read no bytes
+        return "..." if length else ""
     memory = gdb.selected_inferior().read_memory(int(data), shown * target_of(data).sizeof)
     return memory.tobytes().decode(encoding, "replace") + ("..." if shown < length else "")
 

@@ -36,6 +36,15 @@ bool failsNow() noexcept {
     return true;
 }
 
+/// Null when this allocation fails.
+void* allocate(std::size_t size) noexcept {
+    ++allocations;
+    void* const memory = failsNow() ? nullptr : std::malloc(size == 0 ? 1 : size);
+    liveAllocations += memory == nullptr ? 0 : 1;
+    liveBytes += malloc_usable_size(memory);
+    return memory;
+}
+
 void giveBack(void* memory) noexcept {
     liveAllocations -= memory == nullptr ? 0 : 1;
     liveBytes -= malloc_usable_size(memory);
@@ -75,14 +84,14 @@ bool FailingAllocations::hasFailed() const noexcept {
 
 } // namespace support
 
+// Whoever replaces one form of new replaces them all: a sanitizer's own would not match this
+// delete.
+void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+    return allocate(size);
+}
+
 void* operator new(std::size_t size) {
-    ++allocations;
-    if (failsNow()) {
-        throw std::bad_alloc();
-    }
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
-        ++liveAllocations;
-        liveBytes += malloc_usable_size(memory);
+    if (void* const memory = allocate(size)) {
         return memory;
     }
     throw std::bad_alloc();
@@ -93,5 +102,9 @@ void operator delete(void* memory) noexcept {
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
+    giveBack(memory);
+}
+
+void operator delete(void* memory, std::nothrow_t const&) noexcept {
     giveBack(memory);
 }

@@ -52,6 +52,9 @@ class Golden : public testing::TestWithParam<GoldenCase> {};
 TEST_P(Golden, ReportIsAsReviewed) {
     auto const& [file, arguments, isOnTerminal] = GetParam();
     std::string const command = "TERM=xterm NO_COLOR= $explorer " + std::string(arguments);
+    if (isOnTerminal && !support::canMakeTerminals()) {
+        GTEST_SKIP() << "There is no pseudo-terminal here.";
+    }
     auto const run = isOnTerminal ? support::runOnTerminal : support::runInShell;
     support::Outcome const outcome = run(command, EXAMPLES_FOLDER);
     EXPECT_EQ(outcome.status, 1) << "the examples have errors";

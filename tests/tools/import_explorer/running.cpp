@@ -79,6 +79,17 @@ Outcome runOnTerminal(std::string const& commandLine, fs::path const& folder) {
     return outcome;
 }
 
+bool canMakeTerminals() {
+    int terminal = -1;
+    int program = -1;
+    if (::openpty(&terminal, &program, nullptr, nullptr, nullptr) != 0) {
+        return false;
+    }
+    ::close(terminal);
+    ::close(program);
+    return true;
+}
+
 TemporaryFolder::TemporaryFolder() {
     std::string name = (fs::temp_directory_path() / "import_explorer.XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr) {

@@ -23,6 +23,9 @@ Outcome runInShell(std::string const& commandLine, std::filesystem::path const& 
 /// As runInShell, but all three streams are a terminal; both kinds of output are one then.
 Outcome runOnTerminal(std::string const& commandLine, std::filesystem::path const& folder);
 
+/// Whether the machine lets this process make a pseudo-terminal; some containers do not.
+bool canMakeTerminals();
+
 /// A folder of one test, removed with all that is in it when the test is over.
 class TemporaryFolder {
   public:
