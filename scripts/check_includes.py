@@ -49,7 +49,7 @@ ROOMS = (
     room("import/parser", r"import/parser/.*", "classification, the parser, the command grammar",
          "import sources", "import public headers", "import/platform.hpp"),
     room("import/list", r"import/list/.*", "the list, lookup, adding, enumeration",
-         "import sources", "import public headers", "import/platform.hpp", "range-v3"),
+         "import sources", "import public headers", "import/platform.hpp", "range-v3", "xxHash"),
     room("own platform", r"examples/own_platform/platform/.*", "a platform of another language, for the porting guide"),
     room("own platform's programs", r"examples/own_platform/.*", "a host of that language, and the test of a platform",
          "own platform", "import public headers"),
@@ -61,7 +61,7 @@ ROOMS = (
     room("benchmarks", r"benchmarks/.*", "benchmarks, and what they compare with", EVERYTHING),
 )
 
-LIBRARIES = {"unicode/": "ICU", "range/v3/": "range-v3", "boost/": "Boost"}
+LIBRARIES = {"unicode/": "ICU", "range/v3/": "range-v3", "boost/": "Boost", "xxhash.h": "xxHash"}
 
 # Headers that nobody includes, and why not.
 UNWANTED = {

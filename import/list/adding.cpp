@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// Adding entries. Every container is made ready before the entry is moved in, which cannot fail: an
-// entry is stored everywhere or nowhere.
+// Adding entries. An addition asks everything first, other lists included, then makes room in the
+// indexes, and stores last: until then the list is as it was.
 
 #include <import/list/import_list.hpp>
 
 #include <import/diagnostics/make_msg_id.hpp>
 
-#include <algorithm>
-#include <string>
 #include <utility>
 #include <variant>
 
@@ -19,49 +17,6 @@ namespace {
 using message_arguments::IntroducedName;
 using message_arguments::RefusedImport;
 using resource_core::GenericMsgIDHolder;
-
-auto insert(NameSet& names, std::u16string&& name) {
-    return names.insert(std::move(name));
-}
-
-auto insert(NameIndex& positions, std::u16string&& name, std::size_t position) {
-    return positions.try_emplace(std::move(name), position);
-}
-
-// A name inserted into a hashed container, unless it is there already, and taken out again unless
-// it is kept. Whether a name is there is asked by inserting it, with one hash for both: adding a
-// dotted import takes a tenth less time.
-template <typename Container>
-class TentativeInsertion {
-  public:
-    template <typename... Mapped>
-    TentativeInsertion(Container& target, std::u16string_view name, Mapped... mapped)
-        : container(target), pending(insert(target, std::u16string(name), mapped...)) {}
-
-    TentativeInsertion(TentativeInsertion const&) = delete;
-    TentativeInsertion& operator=(TentativeInsertion const&) = delete;
-
-    ~TentativeInsertion() {
-        if (isNew()) {
-            container.erase(pending.first);
-        }
-    }
-
-    bool isNew() const noexcept { return pending.second; }
-
-    void keep() noexcept { pending.second = false; }
-
-  private:
-    Container& container;
-    std::pair<typename Container::iterator, bool> pending; // true until it is kept
-};
-
-template <typename Entry>
-void makeRoomForOneMore(std::vector<Entry>& entries) {
-    if (entries.size() == entries.capacity()) {
-        entries.reserve(std::max<std::size_t>(1, 2 * entries.size()));
-    }
-}
 
 GenericMsgIDHolder precedenceViolation(std::u16string_view refused, std::u16string_view name) {
     return makeMsgHolder<"PrecedenceViolation">(RefusedImport(refused), IntroducedName(name));
@@ -74,16 +29,16 @@ GenericMsgIDHolder invalidAbbreviation() {
 } // namespace
 
 std::optional<GenericMsgIDHolder> ImportList::addDynamicImportEntry(ImportEntry&& entry) {
-    return add(std::move(entry), &ImportList::checkDynamicPackage);
+    return add(std::move(entry), Mode::Dynamic);
 }
 
 std::optional<GenericMsgIDHolder> ImportList::addStaticImportEntry(ImportEntry&& entry) {
-    return add(std::move(entry), &ImportList::checkStaticPackage);
+    return add(std::move(entry), Mode::Static);
 }
 
-ImportList::Refusal ImportList::add(ImportEntry&& entry, PackageConflictCheck check) {
+ImportList::Refusal ImportList::add(ImportEntry&& entry, Mode mode) {
     if (auto* const package = std::get_if<PackageImportEntry>(&entry)) {
-        return addPackage(std::move(*package), check);
+        return addPackage(std::move(*package), mode);
     }
     if (auto* const name = std::get_if<FullyQualifiedImportEntry>(&entry)) {
         return addFullyQualified(std::move(*name));
@@ -91,8 +46,8 @@ ImportList::Refusal ImportList::add(ImportEntry&& entry, PackageConflictCheck ch
     return addWildcard(std::get<WildcardImportEntry>(std::move(entry)));
 }
 
-ImportList::Refusal ImportList::checkDynamicPackage(PackageImportEntry const& entry,
-                                                    NameKey const& name) const {
+ImportList::Refusal ImportList::refusePackage(PackageImportEntry const& entry, NameKey const& name,
+                                              Mode mode) const {
     if (findOwnPackage(name) != nullptr) {
         return makeMsgHolder<"PackageRedeclared">(
             RefusedImport(entry.getPackageSpecifier().ToString()));
@@ -100,71 +55,73 @@ ImportList::Refusal ImportList::checkDynamicPackage(PackageImportEntry const& en
     if (findOwnFullyQualified(name) != nullptr) {
         return precedenceViolation(entry.getPackageSpecifier().ToString(), name.text);
     }
-    return std::nullopt;
-}
-
-ImportList::Refusal ImportList::checkStaticPackage(PackageImportEntry const& entry,
-                                                   NameKey const& name) const {
-    if (auto refusal = checkDynamicPackage(entry, name)) {
-        return refusal;
-    }
-    if (rootElements.contains(name)) {
+    if (mode == Mode::Static && holdsRootElement(name)) {
         return invalidAbbreviation();
     }
     return std::nullopt;
 }
 
-ImportList::Refusal ImportList::addPackage(PackageImportEntry&& entry, PackageConflictCheck check) {
-    NameKey const name(entry.getIntroducedName());
-    if (auto refusal = (this->*check)(entry, name)) {
+ImportList::Refusal ImportList::addPackage(PackageImportEntry&& entry, Mode mode) {
+    NameKey const name(entry.getIntroducedName(), key);
+    if (auto refusal = refusePackage(entry, name, mode)) {
         return refusal;
     }
-    makeRoomForOneMore(packageEntries);
-    insert(packageIndexByName, std::u16string(name.text), packageEntries.size());
-    packageFilter.add(name);
-    packageEntries.push_back(std::move(entry));
+    EntryPosition const position(packageEntries.size(), EntryPosition::Kind::Named);
+    packageIndexByName.makeRoomForOneMore();
+    packageEntries.emplace_back(std::move(entry), EntryHashes{.introducedName = name.hash});
+    packageIndexByName.insert(name.hash, position);
     return std::nullopt;
 }
 
 ImportList::Refusal ImportList::addFullyQualified(FullyQualifiedImportEntry&& entry) {
-    TentativeInsertion raw(rawArguments, entry.getRawArgument());
-    if (!raw.isNew()) {
+    NameKey const raw(entry.getRawArgument(), key);
+    if (holdsRawArgument(raw)) {
         return std::nullopt;
     }
-    NameKey const introducedName(entry.getIntroducedName());
-    if (findOwnPackage(introducedName) != nullptr) {
-        return precedenceViolation(entry.getRawArgument(), introducedName.text);
+    NameKey const name(entry.getIntroducedName(), key);
+    if (findOwnPackage(name) != nullptr) {
+        return precedenceViolation(raw.text, name.text);
     }
-    if (findPackageImportEntry(entry.getRootElement(), CheckAncestorList::Yes)) {
+    NameKey const root(entry.getRootElement(), key);
+    if (findPackage(root, CheckAncestorList::Yes)) {
         return invalidAbbreviation();
     }
-    TentativeInsertion name(fullyQualifiedIndexByName, introducedName.text,
-                            fullyQualifiedEntries.size());
-    TentativeInsertion root(rootElements, entry.getRootElement());
-    makeRoomForOneMore(fullyQualifiedEntries);
-    raw.keep();
-    name.keep();
-    root.keep();
-    fullyQualifiedFilter.add(introducedName);
-    rawArgumentFilter.add(NameKey(entry.getRawArgument()));
-    fullyQualifiedEntries.push_back(std::move(entry));
+    bool const isNameNew = findOwnFullyQualified(name) == nullptr;
+    bool const isRootNew = !holdsRootElement(root);
+    EntryPosition const position(fullyQualifiedEntries.size(), EntryPosition::Kind::Named);
+    rawArguments.makeRoomForOneMore();
+    rootElements.makeRoomForOneMore();
+    fullyQualifiedIndexByName.makeRoomForOneMore();
+    fullyQualifiedEntries.emplace_back(
+        std::move(entry), EntryHashes{.introducedName = name.hash, .rawArgument = raw.hash});
+    rawArguments.insert(raw.hash, position);
+    if (isRootNew) {
+        rootElements.insert(root.hash, position);
+    }
+    if (isNameNew) {
+        fullyQualifiedIndexByName.insert(name.hash, position);
+    }
     return std::nullopt;
 }
 
 ImportList::Refusal ImportList::addWildcard(WildcardImportEntry&& entry) {
-    TentativeInsertion raw(rawArguments, entry.getRawArgument());
-    if (!raw.isNew()) {
+    NameKey const raw(entry.getRawArgument(), key);
+    if (holdsRawArgument(raw)) {
         return std::nullopt;
     }
-    if (findPackageImportEntry(entry.getRootElement(), CheckAncestorList::Yes)) {
+    NameKey const root(entry.getRootElement(), key);
+    if (findPackage(root, CheckAncestorList::Yes)) {
         return invalidAbbreviation();
     }
-    TentativeInsertion root(rootElements, entry.getRootElement());
-    makeRoomForOneMore(wildcardEntries);
-    raw.keep();
-    root.keep();
-    rawArgumentFilter.add(NameKey(entry.getRawArgument()));
-    wildcardEntries.push_back(std::move(entry));
+    bool const isRootNew = !holdsRootElement(root);
+    EntryPosition const position(wildcardEntries.size(), EntryPosition::Kind::Wildcard);
+    rawArguments.makeRoomForOneMore();
+    rootElements.makeRoomForOneMore();
+    wildcardEntries.emplace_back(std::move(entry), EntryHashes{.rawArgument = raw.hash});
+    rawArguments.insert(raw.hash, position);
+    if (isRootNew) {
+        rootElements.insert(root.hash, position);
+    }
     return std::nullopt;
 }
 

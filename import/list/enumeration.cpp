@@ -1,18 +1,16 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// Enumeration of the visible entries. All ImportLists of a chain are one view with a cursor of
-// three words, however deep the chain; each entry of an ancestor is put to every list on the way to
-// it, by that list's own contents alone.
+// Enumeration of the visible entries. A chain is one view with a cursor of three words, however
+// deep it is; each entry of an ancestor is put to every list on the way to it, by that list's own
+// contents alone.
 
 #include <import/list/import_list.hpp>
-#include <import/list/list_chain.hpp>
 
 #include <range/v3/iterator/default_sentinel.hpp>
 #include <range/v3/range/access.hpp>
 #include <range/v3/view/any_view.hpp>
 #include <range/v3/view/facade.hpp>
-#include <range/v3/view/ref.hpp>
-#include <range/v3/view/remove_if.hpp>
+#include <range/v3/view/transform.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -23,105 +21,96 @@ namespace lf::import {
 
 namespace {
 
-// By what a list hides an ancestor's entry; names are hashed once for all lists on the way.
 template <typename Entry>
-class Hiding;
+using AnyView = ranges::any_view<Entry const&, ranges::category::forward>;
 
-template <>
-class Hiding<FullyQualifiedImportEntry> {
-  public:
-    explicit Hiding(FullyQualifiedImportEntry const& entry) noexcept
-        : name(entry.getIntroducedName()), rawArgument(entry.getRawArgument()) {}
-
-    bool by(ImportList const& list) const noexcept {
-        return list.findOwnPackage(name) != nullptr || list.holdsRawArgument(rawArgument);
-    }
-
-  private:
-    NameKey name;
-    NameKey rawArgument;
-};
-
-template <>
-class Hiding<WildcardImportEntry> {
-  public:
-    explicit Hiding(WildcardImportEntry const& entry) noexcept
-        : rawArgument(entry.getRawArgument()) {}
-
-    bool by(ImportList const& list) const noexcept { return list.holdsRawArgument(rawArgument); }
-
-  private:
-    NameKey rawArgument;
-};
-
-template <>
-class Hiding<PackageImportEntry> {
-  public:
-    explicit Hiding(PackageImportEntry const& entry) noexcept : name(entry.getIntroducedName()) {}
-
-    bool by(ImportList const& list) const noexcept {
-        return list.findOwnPackage(name) != nullptr || list.findOwnFullyQualified(name) != nullptr;
-    }
-
-  private:
-    NameKey name;
-};
-
-// Whether a list of \p lists hides \p entry.
-template <typename Entry>
-bool isHidden(Entry const& entry, ListChain lists) noexcept {
-    Hiding<Entry> const hiding(entry);
-    return std::ranges::any_of(lists, [&](ImportList const& list) { return hiding.by(list); });
+EntryHashes hashesOf(FullyQualifiedImportEntry const& entry, HashKey const& key) noexcept {
+    return {.introducedName = key.hash(entry.getIntroducedName()),
+            .rawArgument = key.hash(entry.getRawArgument())};
 }
 
-// The place of a walk through the visible entries of a list and its ancestors, as far as they are
-// ImportLists.
-template <typename Entry>
-class RunCursor {
-  public:
-    RunCursor() = default;
+EntryHashes hashesOf(WildcardImportEntry const& entry, HashKey const& key) noexcept {
+    return {.rawArgument = key.hash(entry.getRawArgument())};
+}
 
-    explicit RunCursor(ImportList const& list) noexcept : asked(&list) {
+EntryHashes hashesOf(PackageImportEntry const& entry, HashKey const& key) noexcept {
+    return {.introducedName = key.hash(entry.getIntroducedName())};
+}
+
+// Whether a list of \p lists hides an ancestor's entry.
+
+bool isHidden(FullyQualifiedImportEntry const& entry, EntryHashes hashes,
+              ListChain lists) noexcept {
+    NameKey const name(entry.getIntroducedName(), hashes.introducedName);
+    NameKey const raw(entry.getRawArgument(), hashes.rawArgument);
+    return std::ranges::any_of(lists, [&](ImportList const& list) {
+        return list.findOwnPackage(name) != nullptr || list.holdsRawArgument(raw);
+    });
+}
+
+bool isHidden(WildcardImportEntry const& entry, EntryHashes hashes, ListChain lists) noexcept {
+    NameKey const raw(entry.getRawArgument(), hashes.rawArgument);
+    return std::ranges::any_of(lists,
+                               [&](ImportList const& list) { return list.holdsRawArgument(raw); });
+}
+
+bool isHidden(PackageImportEntry const& entry, EntryHashes hashes, ListChain lists) noexcept {
+    NameKey const name(entry.getIntroducedName(), hashes.introducedName);
+    return std::ranges::any_of(lists, [&](ImportList const& list) {
+        return list.findOwnPackage(name) != nullptr || list.findOwnFullyQualified(name) != nullptr;
+    });
+}
+
+// The place of a walk through the visible entries of a chain.
+template <typename Entry>
+class ChainCursor {
+  public:
+    ChainCursor() = default;
+
+    explicit ChainCursor(ImportList const& list) noexcept : asked(&list) {
         moveTo(&list);
         skipHidden();
     }
 
-    Entry const& read() const noexcept { return *entry; }
+    Entry const& read() const noexcept { return place->entry; }
 
     void next() noexcept {
-        ++entry;
+        ++place;
         skipHidden();
     }
 
-    bool equal(RunCursor const& other) const noexcept { return entry == other.entry; }
+    bool equal(ChainCursor const& other) const noexcept { return place == other.place; }
 
-    bool equal(ranges::default_sentinel_t) const noexcept { return reached == nullptr; }
+    bool equal(ranges::default_sentinel_t) const noexcept { return isAtEnd(); }
+
+    bool isAtEnd() const noexcept { return reached == nullptr; }
 
   private:
     // Null ends the walk.
     void moveTo(ImportList const* list) noexcept {
         reached = list;
-        entry = list != nullptr ? list->ownEntries<Entry>().data() : nullptr;
+        place = list != nullptr ? list->ownEntries<Entry>().data() : nullptr;
     }
 
     void skipHidden() noexcept {
         while (reached != nullptr) {
-            std::vector<Entry> const& entries = reached->ownEntries<Entry>();
-            for (Entry const* const end = entries.data() + entries.size(); entry != end; ++entry) {
-                if (reached == asked || !isHidden(*entry, ListChain(asked, reached))) {
+            auto const& entries = reached->ownEntries<Entry>();
+            for (auto const* const end = entries.data() + entries.size(); place != end; ++place) {
+                if (reached == asked ||
+                    !isHidden(place->entry, place->hashes, ListChain(asked, reached))) {
                     return;
                 }
             }
-            moveTo(reached->ancestors().first);
+            moveTo(reached->enclosingList());
         }
     }
 
     ImportList const* asked = nullptr;
-    ImportList const* reached = nullptr; // null at the end
-    Entry const* entry = nullptr;        // of the list reached
+    ImportList const* reached = nullptr;       // null at the end
+    StoredEntry<Entry> const* place = nullptr; // in the list reached
 };
 
-// The visible entries of a list all of whose ancestors are ImportLists.
+// The visible entries of a list without foreign ancestors.
 template <typename Entry>
 class VisibleEntries : public ranges::view_facade<VisibleEntries<Entry>> {
   public:
@@ -132,89 +121,86 @@ class VisibleEntries : public ranges::view_facade<VisibleEntries<Entry>> {
   private:
     friend ranges::range_access;
 
-    RunCursor<Entry> begin_cursor() const { return RunCursor<Entry>(*asked); }
+    ChainCursor<Entry> begin_cursor() const { return ChainCursor<Entry>(*asked); }
 
     ranges::default_sentinel_t end_cursor() const { return {}; }
 
     ImportList const* asked = nullptr;
 };
 
-template <typename Entry>
-using AnyView = ranges::any_view<Entry const&, ranges::category::forward>;
-
-// The visible entries of a list that has an ancestor of another make: behind those of the
-// ImportLists what that ancestor answers, less what they hide.
+// The visible entries of a list with a foreign ancestor: behind those of the chain what that
+// ancestor answers, less what the chain hides.
 //
-// ranges::concat_view joins views, too, but when a copy of its iterator runs out of memory, that
-// destroys an iterator that was never made.
+// Not a ranges::concat_view: when a copy of its iterator runs out of memory, that destroys an
+// iterator that was never made.
 template <typename Entry>
 class VisibleAndForeignEntries : public ranges::view_facade<VisibleAndForeignEntries<Entry>> {
   public:
     VisibleAndForeignEntries() = default;
 
     VisibleAndForeignEntries(ImportList const& list, AnyView<Entry> answer)
-        : asked(&list), foreignEntries(std::move(answer), HiddenOnTheWay{&list}) {}
+        : asked(&list), foreignEntries(std::move(answer)) {}
 
   private:
     friend ranges::range_access;
-
-    struct HiddenOnTheWay {
-        ImportList const* asked;
-
-        bool operator()(Entry const& entry) const { return isHidden(entry, ListChain(asked)); }
-    };
-
-    using ForeignEntries = ranges::remove_if_view<AnyView<Entry>, HiddenOnTheWay>;
 
     class Cursor {
       public:
         Cursor() = default;
 
-        Cursor(ImportList const& list, ForeignEntries& behind) : foreignEntries(&behind) {
-            moveTo(RunCursor<Entry>(list));
+        explicit Cursor(VisibleAndForeignEntries& itsView) : view(&itsView), own(*itsView.asked) {
+            if (own.isAtEnd()) {
+                beginForeign();
+            }
         }
 
-        Entry const& read() const { return isInRun() ? run.read() : *foreign; }
+        Entry const& read() const { return own.isAtEnd() ? *foreign : own.read(); }
 
         void next() {
-            if (!isInRun()) {
+            if (own.isAtEnd()) {
                 ++foreign;
+                skipHidden();
                 return;
             }
-            RunCursor<Entry> following = run;
-            following.next();
-            moveTo(following);
+            own.next();
+            if (own.isAtEnd()) {
+                beginForeign();
+            }
         }
 
         bool equal(Cursor const& other) const {
-            return run.equal(other.run) && (isInRun() || foreign == other.foreign);
+            return own.equal(other.own) && (!own.isAtEnd() || foreign == other.foreign);
         }
 
-        bool equal(ranges::default_sentinel_t) const {
-            return !isInRun() && foreign == ranges::end(*foreignEntries);
-        }
+        bool equal(ranges::default_sentinel_t) const { return own.isAtEnd() && isForeignAtEnd(); }
 
       private:
-        bool isInRun() const noexcept { return !run.equal(ranges::default_sentinel); }
+        bool isForeignAtEnd() const { return foreign == ranges::end(view->foreignEntries); }
 
-        void moveTo(RunCursor<Entry> const& place) {
-            if (place.equal(ranges::default_sentinel)) {
-                foreign = ranges::begin(*foreignEntries);
-            }
-            run = place;
+        void beginForeign() {
+            foreign = ranges::begin(view->foreignEntries);
+            skipHidden();
         }
 
-        RunCursor<Entry> run;
-        ranges::iterator_t<ForeignEntries> foreign; // singular while in the run
-        ForeignEntries* foreignEntries = nullptr;
+        void skipHidden() {
+            ImportList const& list = *view->asked;
+            while (!isForeignAtEnd() &&
+                   isHidden(*foreign, hashesOf(*foreign, list.hashKey()), list.chain())) {
+                ++foreign;
+            }
+        }
+
+        VisibleAndForeignEntries* view = nullptr;
+        ChainCursor<Entry> own;
+        ranges::iterator_t<AnyView<Entry>> foreign; // singular while in the chain
     };
 
-    Cursor begin_cursor() { return Cursor(*asked, foreignEntries); }
+    Cursor begin_cursor() { return Cursor(*this); }
 
     ranges::default_sentinel_t end_cursor() const { return {}; }
 
     ImportList const* asked = nullptr;
-    ForeignEntries foreignEntries;
+    AnyView<Entry> foreignEntries;
 };
 
 template <typename Entry>
@@ -222,13 +208,13 @@ AnyView<Entry> visibleEntries(ImportList const& list, IImportList::CheckAncestor
                               AnyView<Entry> (IImportList::*getter)(IImportList::CheckAncestorList)
                                   const) {
     if (check != IImportList::CheckAncestorList::Yes) {
-        return ranges::ref_view(list.ownEntries<Entry>());
+        return ranges::views::transform(list.ownEntries<Entry>(), &StoredEntry<Entry>::entry);
     }
-    IImportList const* const foreign = list.ancestors().foreign;
+    auto const& foreign = list.foreignAncestor();
     if (foreign == nullptr) {
         return VisibleEntries<Entry>(list);
     }
-    return VisibleAndForeignEntries<Entry>(list, (foreign->*getter)(check));
+    return VisibleAndForeignEntries<Entry>(list, ((*foreign).*getter)(check));
 }
 
 } // namespace

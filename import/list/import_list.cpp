@@ -2,9 +2,8 @@
 
 #include <import/list/import_list.hpp>
 
-#include <import/list/list_chain.hpp>
-
 #include <algorithm>
+#include <typeinfo>
 #include <utility>
 
 namespace lf::import {
@@ -13,18 +12,18 @@ IImportList::~IImportList() = default;
 
 namespace {
 
-// Gives up a share of a list without recursing into its ancestors, of which there may be a hundred
-// thousand: a list that dies while another's share is being given up leaves its parent's share to
-// the loop that is running further out in this thread. Only a list of another make that owns
-// several lists fills that one place; the loop then runs nested.
+// Gives up a share of a list without recursing into its ancestors: while a list dies, its parent's
+// share waits for the loop that gives up the list's own. What is not ours, or not ours alone, goes
+// at once, in a scope of its own: what a host's destructor destroys is gone when it returns.
 void release(std::shared_ptr<IImportList const> share) noexcept {
     static thread_local std::shared_ptr<IImportList const>* place = nullptr;
-    if (place != nullptr && *place == nullptr) {
+    bool const canWait = share.use_count() == 1 && asImportList(share.get()) != nullptr;
+    if (canWait && place != nullptr && *place == nullptr) {
         *place = std::move(share);
         return;
     }
     std::shared_ptr<IImportList const> next;
-    auto* const outerPlace = std::exchange(place, &next);
+    auto* const outerPlace = std::exchange(place, canWait ? &next : nullptr);
     while (share != nullptr) {
         share.reset();
         share.swap(next);
@@ -38,15 +37,21 @@ std::unique_ptr<IImportList> createImportList(std::shared_ptr<IImportList const>
     return std::make_unique<ImportList>(std::move(parent));
 }
 
-ListRun ListRun::from(IImportList const* list) noexcept {
-    if (auto const* const own = dynamic_cast<ImportList const*>(list)) {
-        return {.first = own, .foreign = own->ancestors().foreign};
-    }
-    return {.first = nullptr, .foreign = list};
+// By the address of the type information, which is this copy's alone. Its name, by which
+// dynamic_cast may compare, is that of a second copy as well, and a class compiled without RTTI has
+// none.
+ImportList const* asImportList(IImportList const* list) noexcept {
+    return list != nullptr && &typeid(*list) == &typeid(ImportList)
+               ? static_cast<ImportList const*>(list)
+               : nullptr;
 }
 
-ImportList::ImportList(std::shared_ptr<IImportList const> enclosing) noexcept
-    : parent(std::move(enclosing)), enclosingLists(ListRun::from(parent.get())) {}
+ImportList::ImportList(std::shared_ptr<IImportList const> itsParent)
+    : enclosing(asImportList(itsParent.get())),
+      outermost(enclosing != nullptr && enclosing->outermost != nullptr ? enclosing->outermost
+                                                                        : enclosing),
+      key(HashKey::ofThisProcess()),
+      parent(std::move(itsParent)) {}
 
 ImportList::~ImportList() {
     release(std::move(parent));
@@ -64,10 +69,10 @@ bool ImportList::isEmpty(CheckAncestorList check) const {
     if (check != CheckAncestorList::Yes) {
         return numberOfOwnEntries() == 0;
     }
-    bool const isRunEmpty = std::ranges::all_of(
-        ListChain(this), [](ImportList const& list) { return list.numberOfOwnEntries() == 0; });
-    IImportList const* const foreign = enclosingLists.foreign;
-    return isRunEmpty && (foreign == nullptr || foreign->isEmpty(check));
+    bool const isChainEmpty = std::ranges::all_of(
+        chain(), [](ImportList const& list) { return list.numberOfOwnEntries() == 0; });
+    auto const& foreign = foreignAncestor();
+    return isChainEmpty && (foreign == nullptr || foreign->isEmpty(check));
 }
 
 std::size_t ImportList::getNumberOfEntries(CheckAncestorList check) const {
@@ -75,10 +80,10 @@ std::size_t ImportList::getNumberOfEntries(CheckAncestorList check) const {
         return numberOfOwnEntries();
     }
     std::size_t count = 0;
-    for (ImportList const& list : ListChain(this)) {
+    for (ImportList const& list : chain()) {
         count += list.numberOfOwnEntries();
     }
-    IImportList const* const foreign = enclosingLists.foreign;
+    auto const& foreign = foreignAncestor();
     return foreign == nullptr ? count : count + foreign->getNumberOfEntries(check);
 }
 

@@ -6,35 +6,40 @@
 /// enumeration.cpp.
 
 #include <import/import_list.hpp>
-#include <import/list/name_key.hpp>
+#include <import/list/list_chain.hpp>
+#include <import/list/name_hash.hpp>
+#include <import/list/name_index.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace lf::import {
 
-class ImportList;
-
-/// Lists from one of them outward: ImportLists first, then perhaps a list of another make, behind
-/// which nothing is known.
-///
-/// Found out once for each list. Asking each list on the way for its parent and that for its type
-/// would make a lookup in sixteen nested lists take three to seven times as long.
-struct ListRun {
-    ImportList const* first = nullptr;
-    IImportList const* foreign = nullptr;
-
-    /// The run that starts with \p list, which may be null.
-    static ListRun from(IImportList const* list) noexcept;
+/// The hashes of the names by which entries hide each other; 0 for a name that the kind has not.
+struct EntryHashes {
+    NameHash introducedName = 0;
+    NameHash rawArgument = 0;
 };
 
-/// Entries are stored by value and never removed; the hashed containers are indexes into them.
+/// An entry with its hashes, so that no stored name is hashed again.
+template <typename Entry>
+struct StoredEntry {
+    StoredEntry(Entry&& itsEntry, EntryHashes itsHashes) noexcept
+        : entry(std::move(itsEntry)), hashes(itsHashes) {}
+
+    Entry entry;
+    EntryHashes hashes;
+};
+
+/// Entries are stored by value and never removed; the indexes hold positions of theirs.
 class ImportList final : public IImportList {
   public:
-    explicit ImportList(std::shared_ptr<IImportList const> enclosing) noexcept;
+    explicit ImportList(std::shared_ptr<IImportList const> itsParent);
     ImportList(ImportList const& other) = default;
     ImportList& operator=(ImportList const&) = delete;
     ~ImportList() override;
@@ -61,78 +66,114 @@ class ImportList final : public IImportList {
     bool isEmpty(CheckAncestorList check) const override;
     std::size_t getNumberOfEntries(CheckAncestorList check) const override;
 
-    // This list alone, for the operations that walk the chain.
+    /// This list and its ancestors.
+    ListChain chain() const noexcept { return ListChain(this); }
 
-    /// The parent and what is known of the lists beyond it.
-    ListRun const& ancestors() const noexcept { return enclosingLists; }
+    /// The next list of the chain, or null.
+    ImportList const* enclosingList() const noexcept { return enclosing; }
 
-    /// The entries of this list of one kind.
+    /// The parent of the outermost list of the chain: a foreign list, or empty.
+    std::shared_ptr<IImportList const> const& foreignAncestor() const noexcept {
+        return outermost != nullptr ? outermost->parent : parent;
+    }
+
+    /// By what the names of all lists are hashed.
+    HashKey const& hashKey() const noexcept { return key; }
+
+    // What follows asks this list alone.
+
+    /// The entries of one kind, in order of addition.
     template <typename Entry>
-    std::vector<Entry> const& ownEntries() const noexcept;
+    std::vector<StoredEntry<Entry>> const& ownEntries() const noexcept;
 
-    /// The package entry of this list that introduces \p name, or null.
+    /// The package entry that introduces \p name, or null.
     PackageImportEntry const* findOwnPackage(NameKey const& name) const noexcept {
-        return packageFilter.mayHold(name) ? probePackages(name) : nullptr;
+        return packageIndexByName.mayHold(name.hash) ? probePackages(name) : nullptr;
     }
 
-    /// The first fully qualified entry of this list that introduces \p name, or null.
+    /// The first fully qualified entry that introduces \p name, or null.
     FullyQualifiedImportEntry const* findOwnFullyQualified(NameKey const& name) const noexcept {
-        return fullyQualifiedFilter.mayHold(name) ? probeFullyQualified(name) : nullptr;
+        return fullyQualifiedIndexByName.mayHold(name.hash) ? probeFullyQualified(name) : nullptr;
     }
 
-    /// Whether a dotted entry of this list has exactly this raw argument.
+    /// Whether a dotted entry has exactly this raw argument.
     bool holdsRawArgument(NameKey const& rawArgument) const noexcept {
-        return rawArgumentFilter.mayHold(rawArgument) && probeRawArguments(rawArgument);
+        return rawArguments.mayHold(rawArgument.hash) && probeRawArguments(rawArgument);
+    }
+
+    /// Whether a dotted entry starts with this element.
+    bool holdsRootElement(NameKey const& rootElement) const noexcept {
+        return rootElements.mayHold(rootElement.hash) && probeRootElements(rootElement);
     }
 
   private:
+    enum class Mode : std::uint8_t { Static, Dynamic };
+
     using Refusal = std::optional<resource_core::GenericMsgIDHolder>;
-    using PackageConflictCheck = Refusal (ImportList::*)(PackageImportEntry const& entry,
-                                                         NameKey const& name) const;
 
     std::size_t numberOfOwnEntries() const noexcept;
 
-    // What the hashed containers say of a name that passed the filter.
+    std::optional<FoundImportEntry> findPackage(NameKey const& name, CheckAncestorList check) const;
+
+    // What the indexes say of a name that passed their filters.
     PackageImportEntry const* probePackages(NameKey const& name) const noexcept;
     FullyQualifiedImportEntry const* probeFullyQualified(NameKey const& name) const noexcept;
     bool probeRawArguments(NameKey const& rawArgument) const noexcept;
+    bool probeRootElements(NameKey const& rootElement) const noexcept;
 
-    Refusal checkDynamicPackage(PackageImportEntry const& entry, NameKey const& name) const;
-    Refusal checkStaticPackage(PackageImportEntry const& entry, NameKey const& name) const;
-    Refusal add(ImportEntry&& entry, PackageConflictCheck check);
-    Refusal addPackage(PackageImportEntry&& entry, PackageConflictCheck check);
+    // Calls \p visit with the dotted entry at \p position.
+    template <typename Visit>
+    bool visitDotted(EntryPosition position, Visit visit) const noexcept {
+        return position.kind() == EntryPosition::Kind::Named
+                   ? visit(fullyQualifiedEntries[position.position()].entry)
+                   : visit(wildcardEntries[position.position()].entry);
+    }
+
+    Refusal add(ImportEntry&& entry, Mode mode);
+    Refusal addPackage(PackageImportEntry&& entry, Mode mode);
     Refusal addFullyQualified(FullyQualifiedImportEntry&& entry);
     Refusal addWildcard(WildcardImportEntry&& entry);
+    Refusal refusePackage(PackageImportEntry const& entry, NameKey const& name, Mode mode) const;
 
-    std::vector<FullyQualifiedImportEntry> fullyQualifiedEntries; ///< in order of addition
-    std::vector<WildcardImportEntry> wildcardEntries;             ///< in order of addition
-    std::vector<PackageImportEntry> packageEntries;               ///< in order of addition
-    NameIndex packageIndexByName;                                 ///< introduced name to position
-    NameIndex fullyQualifiedIndexByName; ///< introduced name to position of the first such entry
-    NameSet rawArguments;                ///< of every dotted entry
-    NameSet rootElements;                ///< of every dotted entry
+    // What a walk reads of a list stands together.
+    ImportList const* enclosing;         ///< the parent, unless that is foreign
+    ImportList const* outermost;         ///< of the chain, unless that is this list
+    NameIndex packageIndexByName;        ///< introduced names
+    NameIndex fullyQualifiedIndexByName; ///< introduced names, to the first such entry
+    NameIndex rawArguments;              ///< of every dotted entry
+    NameIndex rootElements;              ///< of every dotted entry
+    std::vector<StoredEntry<FullyQualifiedImportEntry>> fullyQualifiedEntries;
+    std::vector<StoredEntry<WildcardImportEntry>> wildcardEntries;
+    std::vector<StoredEntry<PackageImportEntry>> packageEntries;
+    HashKey const& key;
     std::shared_ptr<IImportList const> parent;
-
-    // Derived from the members above; what a walk reads of a list stands together.
-    ListRun enclosingLists;
-    NameFilter packageFilter;        ///< of the keys of packageIndexByName
-    NameFilter fullyQualifiedFilter; ///< of the keys of fullyQualifiedIndexByName
-    NameFilter rawArgumentFilter;    ///< of rawArguments
 };
 
 template <>
-inline std::vector<FullyQualifiedImportEntry> const& ImportList::ownEntries() const noexcept {
+inline std::vector<StoredEntry<FullyQualifiedImportEntry>> const&
+ImportList::ownEntries() const noexcept {
     return fullyQualifiedEntries;
 }
 
 template <>
-inline std::vector<WildcardImportEntry> const& ImportList::ownEntries() const noexcept {
+inline std::vector<StoredEntry<WildcardImportEntry>> const&
+ImportList::ownEntries() const noexcept {
     return wildcardEntries;
 }
 
 template <>
-inline std::vector<PackageImportEntry> const& ImportList::ownEntries() const noexcept {
+inline std::vector<StoredEntry<PackageImportEntry>> const& ImportList::ownEntries() const noexcept {
     return packageEntries;
 }
+
+inline ListChain::Iterator& ListChain::Iterator::operator++() noexcept {
+    list = list->enclosingList();
+    return *this;
+}
+
+/// The list as an ImportList of this copy of the library, or null for a foreign one.
+ImportList const* asImportList(IImportList const* list) noexcept;
+
+static_assert(std::forward_iterator<ListChain::Iterator>);
 
 } // namespace lf::import

@@ -3,15 +3,22 @@
 
 /// \file
 /// The range over a list and its ancestors that serves every walk.
+///
+/// A *chain* is a list and its ancestors, innermost first, as far as they are ImportLists of this
+/// copy of the library. A *foreign* list is any other IImportList: one of a host, or of a second
+/// copy of the library in the process. A foreign parent ends a chain; what lies beyond it is asked
+/// for through the interface.
 
-#include <import/list/import_list.hpp>
+#include <import/import_list.hpp>
 
 #include <cstddef>
 #include <iterator>
+#include <memory>
 
 namespace lf::import {
 
-/// A list and its ancestors, innermost first, as far as they are ImportLists.
+class ImportList;
+
 class ListChain {
   public:
     class Iterator {
@@ -25,10 +32,7 @@ class ListChain {
 
         ImportList const& operator*() const noexcept { return *list; }
 
-        Iterator& operator++() noexcept {
-            list = list->ancestors().first;
-            return *this;
-        }
+        Iterator& operator++() noexcept;
 
         Iterator operator++(int) noexcept {
             Iterator const before = *this;
@@ -42,22 +46,20 @@ class ListChain {
         ImportList const* list = nullptr;
     };
 
-    /// \param first may be null, for an empty range.
+    /// \param first may be null, for an empty chain.
     explicit ListChain(ImportList const* first) noexcept : innermost(first) {}
 
     /// From \p first outward up to, but without, \p last.
     ListChain(ImportList const* first, ImportList const* last) noexcept
-        : innermost(first), outermost(last) {}
+        : innermost(first), beyond(last) {}
 
     Iterator begin() const noexcept { return Iterator(innermost); }
 
-    Iterator end() const noexcept { return Iterator(outermost); }
+    Iterator end() const noexcept { return Iterator(beyond); }
 
   private:
     ImportList const* innermost;
-    ImportList const* outermost = nullptr;
+    ImportList const* beyond = nullptr;
 };
-
-static_assert(std::forward_iterator<ListChain::Iterator>);
 
 } // namespace lf::import

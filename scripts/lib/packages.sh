@@ -8,6 +8,7 @@ demo_packages=(
     "libboost-dev        <boost/version.hpp>"
     "librange-v3-dev     <range/v3/range_fwd.hpp>"
     "libicu-dev          <unicode/uchar.h>"
+    "libxxhash-dev       <xxhash.h>"
     "libcli11-dev        <CLI/CLI.hpp>"
     "nlohmann-json3-dev  <nlohmann/json.hpp>"
 )

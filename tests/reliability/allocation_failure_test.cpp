@@ -798,8 +798,8 @@ TEST(Lists, AreCreatedOrNot) {
 TEST(Lists, AreClonedWholeOrNotAtAll) {
     auto const clone = [](Scopes& scopes) { scopes.newList = scopes.list->clone(); };
     EXPECT_GT(failEveryAllocation(Operation{[] { return makeScopes(); }, clone, observeScopes}),
-              20U);
-    EXPECT_GT(failEveryAllocation(Operation{makeScopesInAForeignOne, clone, observeScopes}), 20U);
+              10U);
+    EXPECT_GT(failEveryAllocation(Operation{makeScopesInAForeignOne, clone, observeScopes}), 10U);
 }
 
 /// Gets a view of all entries of one kind and walks through it twice.

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: BSL-1.0
+
+#include <import/list/name_hash.hpp>
+
+#if defined(_WIN32)
+#include <algorithm>
+#include <random>
+#else
+#include <cerrno>
+#include <sys/random.h>
+#include <system_error>
+#include <unistd.h>
+#endif
+
+namespace lf::import {
+
+HashKey const& HashKey::ofThisProcess() {
+    static HashKey const key;
+    return key;
+}
+
+#if defined(_WIN32)
+
+HashKey::HashKey() {
+    std::random_device device;
+    std::ranges::generate(secret, [&] { return static_cast<unsigned char>(device()); });
+}
+
+#else
+
+// Not std::random_device, which reads a file where the library is another.
+HashKey::HashKey() {
+    if (getentropy(secret.data(), secret.size()) != 0) {
+        throw std::system_error(errno, std::generic_category(), "no key for the hashes of names");
+    }
+}
+
+#endif
+
+} // namespace lf::import

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// The hash by which lists know names.
+
+// The whole of it is inlined: the library needs no other at run time and exports none of it.
+#define XXH_INLINE_ALL
+#include <xxhash.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace lf::import {
+
+using NameHash = std::uint32_t;
+
+/// What keys all hashes of a process. Scripts choose names, so without a secret they could choose
+/// many with one hash.
+///
+/// Nothing that a list answers depends on the key.
+class HashKey {
+  public:
+    /// Drawn from the operating system's random numbers by the first call.
+    ///
+    /// \throws std::system_error when the system has none.
+    static HashKey const& ofThisProcess();
+
+    NameHash hash(std::u16string_view name) const noexcept {
+        return static_cast<NameHash>(XXH3_64bits_withSecret(
+            name.data(), name.size() * sizeof(char16_t), secret.data(), secret.size()));
+    }
+
+  private:
+    HashKey();
+
+    static constexpr std::size_t secretSize = 192;
+    static_assert(secretSize >= XXH3_SECRET_SIZE_MIN);
+
+    std::array<unsigned char, secretSize> secret;
+};
+
+/// A name with its hash: what a whole chain of lists is asked with.
+struct NameKey {
+    NameKey(std::u16string_view name, NameHash itsHash) noexcept : text(name), hash(itsHash) {}
+
+    NameKey(std::u16string_view name, HashKey const& key) noexcept
+        : NameKey(name, key.hash(name)) {}
+
+    std::u16string_view text;
+    NameHash hash;
+};
+
+} // namespace lf::import

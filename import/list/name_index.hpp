@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: BSL-1.0
+#pragma once
+
+/// \file
+/// An index of names: which entries of a list have which name.
+
+#include <import/list/name_filter.hpp>
+#include <import/list/name_hash.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <stdexcept>
+#include <vector>
+
+namespace lf::import {
+
+/// Where an entry stands in the vector of its kind, or nowhere.
+class EntryPosition {
+  public:
+    /// Which vector: dotted entries of both kinds share an index.
+    enum class Kind : std::uint8_t { Named = 0, Wildcard = 1 };
+
+    constexpr EntryPosition() noexcept = default;
+
+    /// \throws std::length_error when a list cannot have so many entries of a kind.
+    constexpr EntryPosition(std::size_t position, Kind kind)
+        : code(2 * checked(position) + static_cast<std::uint32_t>(kind)) {}
+
+    constexpr explicit operator bool() const noexcept { return code != nowhere; }
+
+    constexpr Kind kind() const noexcept { return static_cast<Kind>(code % 2); }
+
+    constexpr std::size_t position() const noexcept { return code / 2; }
+
+  private:
+    static constexpr std::uint32_t nowhere = std::numeric_limits<std::uint32_t>::max();
+
+    static constexpr std::uint32_t checked(std::size_t position) {
+        return position < nowhere / 2 ? static_cast<std::uint32_t>(position)
+                                      : throw std::length_error("too many entries for one list");
+    }
+
+    std::uint32_t code = nowhere;
+};
+
+/// Names to positions, by hash. The names themselves stand in the entries alone: who asks says
+/// whether an entry has the name.
+///
+/// A table with open addressing behind a filter. Nothing is ever taken out.
+class NameIndex {
+  public:
+    /// Whether find can find anything.
+    bool mayHold(NameHash hash) const noexcept { return filter.mayHold(hash); }
+
+    /// A position with \p hash for which \p hasName holds, if there is one.
+    template <typename HasName>
+    EntryPosition find(NameHash hash, HasName hasName) const noexcept {
+        for (std::size_t place = placeOf(hash); !slots.empty() && slots[place].position;
+             place = placeOf(place + 1)) {
+            if (slots[place].hash == hash && hasName(slots[place].position)) {
+                return slots[place].position;
+            }
+        }
+        return {};
+    }
+
+    /// Lets the next insertion succeed.
+    ///
+    /// \throws std::bad_alloc, with the index as before.
+    void makeRoomForOneMore();
+
+    /// After makeRoomForOneMore.
+    void insert(NameHash hash, EntryPosition position) noexcept;
+
+  private:
+    struct Slot {
+        NameHash hash = 0;
+        EntryPosition position;
+    };
+
+    std::size_t placeOf(std::size_t number) const noexcept { return number & (slots.size() - 1); }
+
+    NameFilter filter;
+    std::vector<Slot> slots; ///< a power of two, or none; some of them are always free
+    std::size_t taken = 0;
+};
+
+} // namespace lf::import
