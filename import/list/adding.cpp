@@ -48,11 +48,11 @@ ImportList::Refusal ImportList::add(ImportEntry&& entry, Mode mode) {
 
 ImportList::Refusal ImportList::refusePackage(PackageImportEntry const& entry, NameKey const& name,
                                               Mode mode) const {
-    if (findOwnPackage(name) != nullptr) {
+    if (findOwn<PackageImportEntry>(name) != nullptr) {
         return makeMsgHolder<"PackageRedeclared">(
             RefusedImport(entry.getPackageSpecifier().ToString()));
     }
-    if (findOwnFullyQualified(name) != nullptr) {
+    if (findOwn<FullyQualifiedImportEntry>(name) != nullptr) {
         return precedenceViolation(entry.getPackageSpecifier().ToString(), name.text);
     }
     if (mode == Mode::Static && holdsRootElement(name)) {
@@ -79,14 +79,14 @@ ImportList::Refusal ImportList::addFullyQualified(FullyQualifiedImportEntry&& en
         return std::nullopt;
     }
     NameKey const name(entry.getIntroducedName(), key);
-    if (findOwnPackage(name) != nullptr) {
+    if (findOwn<PackageImportEntry>(name) != nullptr) {
         return precedenceViolation(raw.text, name.text);
     }
     NameKey const root(entry.getRootElement(), key);
     if (findPackage(root, CheckAncestorList::Yes)) {
         return invalidAbbreviation();
     }
-    bool const isNameNew = findOwnFullyQualified(name) == nullptr;
+    bool const isNameNew = findOwn<FullyQualifiedImportEntry>(name) == nullptr;
     bool const isRootNew = !holdsRootElement(root);
     EntryPosition const position(fullyQualifiedEntries.size(), EntryPosition::Kind::Named);
     rawArguments.makeRoomForOneMore();

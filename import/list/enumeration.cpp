@@ -44,7 +44,7 @@ bool isHidden(FullyQualifiedImportEntry const& entry, EntryHashes hashes,
     NameKey const name(entry.getIntroducedName(), hashes.introducedName);
     NameKey const raw(entry.getRawArgument(), hashes.rawArgument);
     return std::ranges::any_of(lists, [&](ImportList const& list) {
-        return list.findOwnPackage(name) != nullptr || list.holdsRawArgument(raw);
+        return list.findOwn<PackageImportEntry>(name) != nullptr || list.holdsRawArgument(raw);
     });
 }
 
@@ -57,7 +57,8 @@ bool isHidden(WildcardImportEntry const& entry, EntryHashes hashes, ListChain li
 bool isHidden(PackageImportEntry const& entry, EntryHashes hashes, ListChain lists) noexcept {
     NameKey const name(entry.getIntroducedName(), hashes.introducedName);
     return std::ranges::any_of(lists, [&](ImportList const& list) {
-        return list.findOwnPackage(name) != nullptr || list.findOwnFullyQualified(name) != nullptr;
+        return list.findOwn<PackageImportEntry>(name) != nullptr ||
+               list.findOwn<FullyQualifiedImportEntry>(name) != nullptr;
     });
 }
 

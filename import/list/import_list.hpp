@@ -86,24 +86,44 @@ class ImportList final : public IImportList {
     template <typename Entry>
     std::vector<StoredEntry<Entry>> const& ownEntries() const noexcept;
 
-    /// The package entry that introduces \p name, or null.
-    PackageImportEntry const* findOwnPackage(NameKey const& name) const noexcept {
-        return packageIndexByName.mayHold(name.hash) ? probePackages(name) : nullptr;
+    /// The index by introduced name of the entries of one kind.
+    template <typename Entry>
+    NameIndex const& indexByName() const noexcept;
+
+    /// The first entry of one kind that introduces \p name, or null.
+    template <typename Entry>
+    Entry const* findOwn(NameKey const& name) const noexcept {
+        return indexByName<Entry>().mayHold(name.hash) ? probe<Entry>(name) : nullptr;
     }
 
-    /// The first fully qualified entry that introduces \p name, or null.
-    FullyQualifiedImportEntry const* findOwnFullyQualified(NameKey const& name) const noexcept {
-        return fullyQualifiedIndexByName.mayHold(name.hash) ? probeFullyQualified(name) : nullptr;
+    /// The same for a name that passed the filter.
+    template <typename Entry>
+    Entry const* probe(NameKey const& name) const noexcept {
+        auto const& entries = ownEntries<Entry>();
+        EntryPosition const place = indexByName<Entry>().find(name.hash, [&](EntryPosition each) {
+            return isSame(entries[each.position()].entry.getIntroducedName(), name.text);
+        });
+        return place ? &entries[place.position()].entry : nullptr;
     }
 
     /// Whether a dotted entry has exactly this raw argument.
     bool holdsRawArgument(NameKey const& rawArgument) const noexcept {
-        return rawArguments.mayHold(rawArgument.hash) && probeRawArguments(rawArgument);
+        return rawArguments.mayHold(rawArgument.hash) &&
+               rawArguments.find(rawArgument.hash, [&](EntryPosition each) {
+                   return visitDotted(each, [&](auto const& entry) {
+                       return isSame(entry.getRawArgument(), rawArgument.text);
+                   });
+               });
     }
 
     /// Whether a dotted entry starts with this element.
     bool holdsRootElement(NameKey const& rootElement) const noexcept {
-        return rootElements.mayHold(rootElement.hash) && probeRootElements(rootElement);
+        return rootElements.mayHold(rootElement.hash) &&
+               rootElements.find(rootElement.hash, [&](EntryPosition each) {
+                   return visitDotted(each, [&](auto const& entry) {
+                       return isSame(entry.getRootElement(), rootElement.text);
+                   });
+               });
     }
 
   private:
@@ -114,12 +134,6 @@ class ImportList final : public IImportList {
     std::size_t numberOfOwnEntries() const noexcept;
 
     std::optional<FoundImportEntry> findPackage(NameKey const& name, CheckAncestorList check) const;
-
-    // What the indexes say of a name that passed their filters.
-    PackageImportEntry const* probePackages(NameKey const& name) const noexcept;
-    FullyQualifiedImportEntry const* probeFullyQualified(NameKey const& name) const noexcept;
-    bool probeRawArguments(NameKey const& rawArgument) const noexcept;
-    bool probeRootElements(NameKey const& rootElement) const noexcept;
 
     // Calls \p visit with the dotted entry at \p position.
     template <typename Visit>
@@ -164,6 +178,16 @@ ImportList::ownEntries() const noexcept {
 template <>
 inline std::vector<StoredEntry<PackageImportEntry>> const& ImportList::ownEntries() const noexcept {
     return packageEntries;
+}
+
+template <>
+inline NameIndex const& ImportList::indexByName<PackageImportEntry>() const noexcept {
+    return packageIndexByName;
+}
+
+template <>
+inline NameIndex const& ImportList::indexByName<FullyQualifiedImportEntry>() const noexcept {
+    return fullyQualifiedIndexByName;
 }
 
 inline ListChain::Iterator& ListChain::Iterator::operator++() noexcept {

@@ -18,142 +18,161 @@ namespace lf::import {
 
 namespace {
 
+using CheckAncestorList = IImportList::CheckAncestorList;
 using Share = std::shared_ptr<IImportList const>;
 
-FoundImportEntry found(PackageImportEntry const& entry, EntryOrigin origin) {
-    return {entry, origin};
-}
+// What the lookups of the two kinds differ in.
 
-FoundFullyQualifiedName found(FullyQualifiedImportEntry const& entry, EntryOrigin origin) {
-    return {entry.getRawArgument(), origin};
-}
+struct PackageLookup {
+    using Entry = PackageImportEntry;
+    using HidingEntry = FullyQualifiedImportEntry;
+    using Found = FoundImportEntry;
 
-FoundImportEntry fromAncestor(FoundImportEntry const& answer) {
-    return {answer.entry, EntryOrigin::Ancestor};
-}
+    static constexpr auto ask = &IImportList::findPackageImportEntry;
 
-FoundFullyQualifiedName fromAncestor(FoundFullyQualifiedName const& answer) {
-    return {answer.rawArgument, EntryOrigin::Ancestor};
-}
+    static Found found(Entry const& entry, EntryOrigin origin) { return {entry, origin}; }
 
-template <typename Found, auto findOwn>
-std::optional<Found> findInChain(ImportList const* first, NameKey const& name) noexcept {
-    for (ImportList const& list : ListChain(first)) {
-        if (auto const* const entry = (list.*findOwn)(name)) {
-            return found(*entry, EntryOrigin::Ancestor);
-        }
+    static Found fromAncestor(Found const& answer) { return {answer.entry, EntryOrigin::Ancestor}; }
+};
+
+struct FullyQualifiedLookup {
+    using Entry = FullyQualifiedImportEntry;
+    using HidingEntry = PackageImportEntry;
+    using Found = FoundFullyQualifiedName;
+
+    static constexpr auto ask = &IImportList::findFullyQualifiedImportEntry;
+
+    static Found found(Entry const& entry, EntryOrigin origin) {
+        return {entry.getRawArgument(), origin};
     }
-    return std::nullopt;
+
+    static Found fromAncestor(Found const& answer) {
+        return {answer.rawArgument, EntryOrigin::Ancestor};
+    }
+};
+
+// The first list of the chain from \p list outward whose filter lets the name pass, or null.
+template <typename Entry>
+ImportList const* firstThatMayHold(ImportList const* list, NameHash hash) noexcept {
+    while (list != nullptr && !list->indexByName<Entry>().mayHold(hash)) {
+        list = list->enclosingList();
+    }
+    return list;
+}
+
+// The entry of the nearest list that has one, from \p candidate outward, whose filter is known to
+// let the name pass; or null.
+template <typename Entry>
+Entry const* findInChain(ImportList const* candidate, NameKey const& name) noexcept {
+    while (candidate != nullptr) {
+        if (auto const* const entry = candidate->probe<Entry>(name)) {
+            return entry;
+        }
+        candidate = firstThatMayHold<Entry>(candidate->enclosingList(), name.hash);
+    }
+    return nullptr;
 }
 
 // \p resultFrom says what a walk from a list found, where that is known.
-template <typename Found, auto findOwn, auto ask, typename ResultFrom>
-std::optional<Found> walkOutward(Share const* foreign, NameKey const& name, ResultFrom resultFrom) {
+template <typename Kind, typename ResultFrom>
+std::optional<typename Kind::Found> walkOutward(Share const* foreign, NameKey const& name,
+                                                ResultFrom resultFrom) {
     Share held;
     while (*foreign != nullptr) {
-        if (std::optional<Found> const* const known = resultFrom(*foreign)) {
+        if (auto const* const known = resultFrom(*foreign)) {
             return *known;
         }
-        if (auto const answer =
-                ((**foreign).*ask)(name.text, IImportList::CheckAncestorList::Yes)) {
-            return fromAncestor(*answer);
+        if (auto const answer = ((**foreign).*Kind::ask)(name.text, CheckAncestorList::Yes)) {
+            return Kind::fromAncestor(*answer);
         }
         held = (*foreign)->getParent();
         ImportList const* const list = asImportList(held.get());
-        if (auto const answer = findInChain<Found, findOwn>(list, name)) {
-            return answer;
+        auto const* const candidate = firstThatMayHold<typename Kind::Entry>(list, name.hash);
+        if (auto const* const entry = findInChain<typename Kind::Entry>(candidate, name)) {
+            return Kind::found(*entry, EntryOrigin::Ancestor);
         }
         foreign = list != nullptr ? &list->foreignAncestor() : &held;
     }
     return std::nullopt;
 }
 
-// A function of its own, so that a lookup without foreign lists has none of its state.
-template <typename Found, auto findOwn, auto ask>
-[[gnu::noinline]] std::optional<Found> findBeyond(Share const& foreign, NameKey const& name) {
-    if (ForeignResults* const results = ForeignResults::ofOuterLookup()) {
+template <typename Kind>
+std::optional<typename Kind::Found> findBeyond(Share const& foreign, NameKey const& name) {
+    using Found = typename Kind::Found;
+    if (ForeignResults* const outer = ForeignResults::ofOuterLookup()) {
         std::vector<Share> passed;
-        auto const result =
-            walkOutward<Found, findOwn, ask>(&foreign, name, [&](Share const& list) {
-                auto const* const known = results->find<Found>(*list, name.text);
-                if (known == nullptr) {
-                    passed.push_back(list);
-                }
-                return known;
-            });
-        results->keep(std::move(passed), name.text, result);
+        auto const result = walkOutward<Kind>(&foreign, name, [&](Share const& list) {
+            auto const* const known = outer->find<Found>(*list, name.text);
+            if (known == nullptr) {
+                passed.push_back(list);
+            }
+            return known;
+        });
+        outer->keep(std::move(passed), name.text, result);
         return result;
     }
     ForeignResults results;
-    return walkOutward<Found, findOwn, ask>(
+    return walkOutward<Kind>(
         &foreign, name, [&](Share const& list) { return results.find<Found>(*list, name.text); });
 }
 
-template <typename Found, auto findOwn, auto findHiding, auto ask>
-std::optional<Found> lookUp(ImportList const& asked, NameKey const& name,
-                            IImportList::CheckAncestorList check) {
-    if (auto const* const entry = (asked.*findOwn)(name)) {
-        return found(*entry, EntryOrigin::ThisList);
+// The rest of a lookup that filters alone cannot answer. A function of its own, so that one that
+// they can answer calls none.
+template <typename Kind>
+[[gnu::noinline]] std::optional<typename Kind::Found>
+lookUpFrom(ImportList const& asked, ImportList const* candidate, std::u16string_view text,
+           NameHash hash, CheckAncestorList check) {
+    using Entry = typename Kind::Entry;
+    NameKey const name(text, hash);
+    if (candidate == &asked) {
+        if (auto const* const entry = asked.findOwn<Entry>(name)) {
+            return Kind::found(*entry, EntryOrigin::ThisList);
+        }
+        if (check != CheckAncestorList::Yes ||
+            asked.findOwn<typename Kind::HidingEntry>(name) != nullptr) {
+            return std::nullopt;
+        }
+        candidate = firstThatMayHold<Entry>(asked.enclosingList(), hash);
     }
-    if (check != IImportList::CheckAncestorList::Yes || (asked.*findHiding)(name) != nullptr) {
-        return std::nullopt;
-    }
-    if (auto const answer = findInChain<Found, findOwn>(asked.enclosingList(), name)) {
-        return answer;
+    if (auto const* const entry = findInChain<Entry>(candidate, name)) {
+        return Kind::found(*entry, EntryOrigin::Ancestor);
     }
     Share const& foreign = asked.foreignAncestor();
-    return foreign == nullptr ? std::nullopt : findBeyond<Found, findOwn, ask>(foreign, name);
+    return foreign == nullptr ? std::nullopt : findBeyond<Kind>(foreign, name);
+}
+
+template <typename Kind>
+std::optional<typename Kind::Found> lookUp(ImportList const& asked, std::u16string_view text,
+                                           NameHash hash, CheckAncestorList check) {
+    ImportList const* candidate = &asked;
+    if (!asked.indexByName<typename Kind::Entry>().mayHold(hash) &&
+        !asked.indexByName<typename Kind::HidingEntry>().mayHold(hash)) {
+        if (check != CheckAncestorList::Yes) {
+            return std::nullopt;
+        }
+        candidate = firstThatMayHold<typename Kind::Entry>(asked.enclosingList(), hash);
+        if (candidate == nullptr && asked.foreignAncestor() == nullptr) {
+            return std::nullopt;
+        }
+    }
+    return lookUpFrom<Kind>(asked, candidate, text, hash, check);
 }
 
 } // namespace
 
-PackageImportEntry const* ImportList::probePackages(NameKey const& name) const noexcept {
-    auto const position = packageIndexByName.find(name.hash, [&](EntryPosition candidate) {
-        return packageEntries[candidate.position()].entry.getIntroducedName() == name.text;
-    });
-    return position ? &packageEntries[position.position()].entry : nullptr;
-}
-
-FullyQualifiedImportEntry const*
-ImportList::probeFullyQualified(NameKey const& name) const noexcept {
-    auto const position = fullyQualifiedIndexByName.find(name.hash, [&](EntryPosition candidate) {
-        return fullyQualifiedEntries[candidate.position()].entry.getIntroducedName() == name.text;
-    });
-    return position ? &fullyQualifiedEntries[position.position()].entry : nullptr;
-}
-
-bool ImportList::probeRawArguments(NameKey const& rawArgument) const noexcept {
-    return bool(rawArguments.find(rawArgument.hash, [&](EntryPosition candidate) {
-        return visitDotted(candidate, [&](auto const& entry) {
-            return entry.getRawArgument() == rawArgument.text;
-        });
-    }));
-}
-
-bool ImportList::probeRootElements(NameKey const& rootElement) const noexcept {
-    return bool(rootElements.find(rootElement.hash, [&](EntryPosition candidate) {
-        return visitDotted(candidate, [&](auto const& entry) {
-            return entry.getRootElement() == rootElement.text;
-        });
-    }));
-}
-
 std::optional<FoundImportEntry> ImportList::findPackage(NameKey const& name,
                                                         CheckAncestorList check) const {
-    return lookUp<FoundImportEntry, &ImportList::findOwnPackage, &ImportList::findOwnFullyQualified,
-                  &IImportList::findPackageImportEntry>(*this, name, check);
+    return lookUp<PackageLookup>(*this, name.text, name.hash, check);
 }
 
-std::optional<FoundImportEntry> ImportList::findPackageImportEntry(std::u16string_view name,
-                                                                   CheckAncestorList check) const {
-    return findPackage(NameKey(name, key), check);
+[[gnu::flatten]] std::optional<FoundImportEntry>
+ImportList::findPackageImportEntry(std::u16string_view name, CheckAncestorList check) const {
+    return lookUp<PackageLookup>(*this, name, key.hash(name), check);
 }
 
-std::optional<FoundFullyQualifiedName>
+[[gnu::flatten]] std::optional<FoundFullyQualifiedName>
 ImportList::findFullyQualifiedImportEntry(std::u16string_view name, CheckAncestorList check) const {
-    return lookUp<FoundFullyQualifiedName, &ImportList::findOwnFullyQualified,
-                  &ImportList::findOwnPackage, &IImportList::findFullyQualifiedImportEntry>(
-        *this, NameKey(name, key), check);
+    return lookUp<FullyQualifiedLookup>(*this, name, key.hash(name), check);
 }
 
 } // namespace lf::import

@@ -3,7 +3,6 @@
 #include <import/list/name_hash.hpp>
 
 #if defined(_WIN32)
-#include <algorithm>
 #include <random>
 #else
 #include <cerrno>
@@ -23,14 +22,14 @@ HashKey const& HashKey::ofThisProcess() {
 
 HashKey::HashKey() {
     std::random_device device;
-    std::ranges::generate(secret, [&] { return static_cast<unsigned char>(device()); });
+    seed = std::uint64_t{device()} << 32 | device();
 }
 
 #else
 
 // Not std::random_device, which reads a file where the library is another.
 HashKey::HashKey() {
-    if (getentropy(secret.data(), secret.size()) != 0) {
+    if (getentropy(&seed, sizeof seed) != 0) {
         throw std::system_error(errno, std::generic_category(), "no key for the hashes of names");
     }
 }

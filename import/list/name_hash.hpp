@@ -8,9 +8,9 @@
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace lf::import {
@@ -29,18 +29,21 @@ class HashKey {
     static HashKey const& ofThisProcess();
 
     NameHash hash(std::u16string_view name) const noexcept {
-        return static_cast<NameHash>(XXH3_64bits_withSecret(
-            name.data(), name.size() * sizeof(char16_t), secret.data(), secret.size()));
+        return static_cast<NameHash>(
+            XXH3_64bits_withSeed(name.data(), name.size() * sizeof(char16_t), seed));
     }
 
   private:
     HashKey();
 
-    static constexpr std::size_t secretSize = 192;
-    static_assert(secretSize >= XXH3_SECRET_SIZE_MIN);
-
-    std::array<unsigned char, secretSize> secret;
+    std::uint64_t seed;
 };
+
+/// Whether two names are the same. The standard library compares UTF-16 unit by unit.
+inline bool isSame(std::u16string_view left, std::u16string_view right) noexcept {
+    return left.size() == right.size() &&
+           std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
+}
 
 /// A name with its hash: what a whole chain of lists is asked with.
 struct NameKey {
