@@ -12,20 +12,6 @@ namespace lf::import {
 using Oxtavel::KeldarComponents::GetComponentVersionRangeFactory;
 using Oxtavel::KeldarComponents::PackageSpecifier;
 
-namespace {
-
-// The name of the specifier that was made of \p written; not a copy, unless the package descriptor
-// library calls the package something else. A command of long package names parses in a sixth less
-// time.
-std::u16string takeName(PackageSpecifier const& specifier, std::u16string&& written) {
-    if (specifier.Name() == written) {
-        return std::move(written);
-    }
-    return specifier.Name();
-}
-
-} // namespace
-
 PackageImportEntry::PackageImportEntry(PackageSpecifier&& specifier, std::u16string&& name) noexcept
     : packageSpecifier(std::move(specifier)), introducedName(std::move(name)) {}
 
@@ -33,14 +19,8 @@ PackageImportEntry::PackageImportEntry(PackageNameImportArgument&& argument)
     : packageSpecifier(argument.name, GetComponentVersionRangeFactory()),
       introducedName(packageSpecifier.Name()) {}
 
-// Equal to the entry that only reads its argument.
-PackageImportEntry::PackageImportEntry(PackageNameImportArgument&& argument,
-                                       ImportArgumentParser const& /*owner*/)
-    : packageSpecifier(argument.name, GetComponentVersionRangeFactory()),
-      introducedName(takeName(packageSpecifier, std::move(argument.name))) {}
-
-// The name is copied before the private constructor moves the specifier: a copy that fails leaves
-// the argument whole.
+// The name is copied before the private constructor moves the specifier, so that a failing copy
+// leaves the argument unchanged.
 PackageImportEntry::PackageImportEntry(VersionedPackageImportArgument&& argument)
     : PackageImportEntry(std::move(argument.specifier), std::u16string(argument.specifier.Name())) {
 }

@@ -2,11 +2,12 @@
 #pragma once
 
 /// \file
-/// The entries in which imports last: three valid kinds, and one that carries a diagnostic instead.
+/// The entries that represent imports: three valid kinds, and one that carries a diagnostic
+/// instead.
 ///
-/// Entries own their texts. Accessors return views that live as long as the entry lives unchanged;
-/// a moved-from entry has empty texts or an empty holder. Copies throw std::bad_alloc at the most,
-/// moves throw nothing.
+/// Entries own their texts. The views that accessors return are valid while the entry is alive and
+/// unchanged; a moved-from entry has empty texts or an empty holder. Copying may throw
+/// std::bad_alloc; moving never throws.
 
 #include <import/arguments.hpp>
 #include <import/export.hpp>
@@ -23,7 +24,7 @@ class ImportArgumentParser;
 /// A package import: which package, in which versions, under which name.
 class GLEIGEM_EXPORT PackageImportEntry {
   public:
-    /// The package under its own name, any version. Only reads \p argument.
+    /// The package under its own name, any version. Leaves \p argument unchanged.
     ///
     /// \throws foundation::core::except::Exception<kpm::arguments::InvalidPackageSpecifier,
     ///         std::exception> when the package descriptor library refuses the name.
@@ -33,7 +34,7 @@ class GLEIGEM_EXPORT PackageImportEntry {
     explicit PackageImportEntry(VersionedPackageImportArgument&& argument);
 
     /// The alias form: the package of \p entry under the name \p alias, which is not checked.
-    /// The introduced name that \p entry had stays behind in it.
+    /// \p entry keeps its introduced name.
     PackageImportEntry(PackageImportEntry&& entry, PackageNameImportArgument&& alias) noexcept;
 
     /// The package with its version range.
@@ -41,16 +42,12 @@ class GLEIGEM_EXPORT PackageImportEntry {
         return packageSpecifier;
     }
 
-    /// The name that the import makes visible: the alias where one was given, else the package's
-    /// own.
+    /// The name that the import makes visible: the alias if there is one, else the package's own.
     std::u16string_view getIntroducedName() const noexcept { return introducedName; }
 
   private:
     friend class ImportArgumentParser;
 
-    // Takes the name out of \p argument, which \p owner does not read again.
-    GLEIGEM_NO_EXPORT PackageImportEntry(PackageNameImportArgument&& argument,
-                                         ImportArgumentParser const& owner);
     GLEIGEM_NO_EXPORT PackageImportEntry(Oxtavel::KeldarComponents::PackageSpecifier&& specifier,
                                          std::u16string&& name) noexcept;
 
@@ -61,7 +58,7 @@ class GLEIGEM_EXPORT PackageImportEntry {
 /// The import of one item by its dotted name: `a.b.c`.
 class GLEIGEM_EXPORT FullyQualifiedImportEntry {
   public:
-    /// Takes the three texts of \p argument; its warning stays behind.
+    /// Takes the three texts of \p argument and leaves its warning there.
     explicit FullyQualifiedImportEntry(FullyQualifiedImportArgument&& argument) noexcept;
 
     /// The last element of the dotted name: `c`.
@@ -85,7 +82,7 @@ class GLEIGEM_EXPORT FullyQualifiedImportEntry {
 /// The import of everything below a prefix: `a.b.*`. It introduces no single name.
 class GLEIGEM_EXPORT WildcardImportEntry {
   public:
-    /// Takes the two texts of \p argument; its warning stays behind.
+    /// Takes the two texts of \p argument and leaves its warning there.
     explicit WildcardImportEntry(WildcardImportArgument&& argument) noexcept;
 
     /// The argument as written, ending in `.*`.
@@ -101,7 +98,7 @@ class GLEIGEM_EXPORT WildcardImportEntry {
     std::u16string rootElement;
 };
 
-/// A diagnostic in place of, or beside, an import.
+/// A diagnostic that replaces or accompanies an import.
 class GLEIGEM_EXPORT InvalidImportEntry {
   public:
     /// Takes the message of \p argument, whose holder is left empty.
@@ -113,12 +110,12 @@ class GLEIGEM_EXPORT InvalidImportEntry {
     /// The holder of the message, empty in a moved-from entry.
     resource_core::GenericMsgIDHolder const& getMsgHolder() const noexcept { return msgHolder; }
 
-    /// Whether the message is a warning: its key is one of the two warning keys (messages.hpp).
+    /// Whether the message is a warning, which its key decides (severityOf in messages.hpp).
     ///
     /// \throws resource_core::GenericMsgIDHolder::EmptyGenericMsgIDHolder in a moved-from entry.
     bool isWarning() const;
 
-    /// Whether the message has exactly this key, whatever its catalogue.
+    /// Whether the message has exactly this key, in any catalogue.
     ///
     /// \throws resource_core::GenericMsgIDHolder::EmptyGenericMsgIDHolder in a moved-from entry.
     bool holdsMsgWithKey(std::string_view key) const;
@@ -127,7 +124,7 @@ class GLEIGEM_EXPORT InvalidImportEntry {
     resource_core::GenericMsgIDHolder msgHolder;
 };
 
-/// A valid entry, as import lists take it. The order of the alternatives is fixed.
+/// A valid entry, as import lists accept it. The order of the alternatives is fixed.
 using ImportEntry =
     std::variant<PackageImportEntry, FullyQualifiedImportEntry, WildcardImportEntry>;
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// The grammar of one command whose arguments are all acceptable by themselves:
+// The grammar of a command none of whose arguments was rejected:
 //
 //   command      = [ name-list | package-list | package alias-clause ]
 //   name-list    = name { name }
 //   package-list = package { package }
 //   alias-clause = "as" plain-name
 //
-// Each production that knows a rule reports the breach of it; the first breach is the command's
-// whole outcome.
+// The production that knows a rule reports when it is broken; the first broken rule is the result
+// of the whole command.
 
 #include <import/parser/import_argument_parser.hpp>
 
@@ -23,7 +23,7 @@ namespace lf::import {
 
 namespace {
 
-// What stands in the place of an alias, as the user wrote it.
+// The argument in place of an alias, as the user wrote it.
 std::u16string rejectedAliasText(ParsedImportArgument const& argument) {
     if (auto const* const name = std::get_if<FullyQualifiedImportArgument>(&argument)) {
         return name->rawArgument;

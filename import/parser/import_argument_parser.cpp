@@ -3,7 +3,6 @@
 #include <import/parser/import_argument_parser.hpp>
 
 #include <import/parser/classification.hpp>
-#include <import/parser/in_place.hpp>
 
 #include <algorithm>
 #include <array>
@@ -13,6 +12,9 @@
 #include <variant>
 
 namespace lf::import {
+
+using Oxtavel::KeldarComponents::GetComponentVersionRangeFactory;
+using Oxtavel::KeldarComponents::PackageSpecifier;
 
 IImportArgumentParser::~IImportArgumentParser() = default;
 
@@ -59,18 +61,17 @@ ImportArgumentParser::ImportArgumentParser(cppcompat::span<const std::u16string>
                                            Classifier classify) {
     arguments.reserve(texts.size());
     for (std::u16string const& text : texts) {
-        arguments.emplace_back(InPlace{[&] { return classify(text); }});
+        arguments.push_back(classify(text));
     }
 }
 
-// The tree may change while it is being read, so only the count of the moment says where it ends.
+// The tree may change while it is read, so the loop asks for the current count each time.
 ImportArgumentParser::ImportArgumentParser(lf::astapi::ImportCommandView command,
                                            Classifier classify) {
     arguments.reserve(command.tree->getNumberOfArguments(command.node));
     for (std::size_t index = 0; index < command.tree->getNumberOfArguments(command.node); ++index) {
         lf::astapi::ArgumentNode const argument = command.tree->getArgument(command.node, index);
-        arguments.emplace_back(
-            InPlace{[&] { return classify(argument.tree->getText(argument.node)); }});
+        arguments.push_back(classify(argument.tree->getText(argument.node)));
     }
 }
 
@@ -98,7 +99,8 @@ std::size_t ImportArgumentParser::nextIndex() const noexcept {
 }
 
 ImportArgumentParser::Kind ImportArgumentParser::peek() const noexcept {
-    // By alternative of ParsedImportArgument; the last two, rejected and ignored, are never next.
+    // Indexed by alternative of ParsedImportArgument. The last two, rejected and ignored, are never
+    // next.
     static constexpr std::array kinds{Kind::Name,       Kind::Name,         Kind::Package,
                                       Kind::Package,    Kind::AliasKeyword, Kind::NothingLeft,
                                       Kind::NothingLeft};
@@ -128,14 +130,20 @@ void ImportArgumentParser::takeName() {
     }
 }
 
+// Unlike the public constructor, which must leave the record unchanged, this moves its text into
+// the entry where the package descriptor library gives the package the same name.
+PackageImportEntry ImportArgumentParser::makePackageEntry(PackageNameImportArgument&& argument) {
+    PackageSpecifier specifier(argument.name, GetComponentVersionRangeFactory());
+    std::u16string name =
+        specifier.Name() == argument.name ? std::move(argument.name) : specifier.Name();
+    return {std::move(specifier), std::move(name)};
+}
+
 void ImportArgumentParser::takePackage() {
     std::size_t const index = consume();
     ParsedImportArgument& argument = arguments[index];
     if (auto* const package = std::get_if<PackageNameImportArgument>(&argument)) {
-        auto const entry = [this, package] {
-            return PackageImportEntry(std::move(*package), *this);
-        };
-        append<PackageImportEntry>(entries, index, InPlace{entry});
+        append<PackageImportEntry>(entries, index, makePackageEntry(std::move(*package)));
     } else {
         append<PackageImportEntry>(entries, index,
                                    std::move(std::get<VersionedPackageImportArgument>(argument)));

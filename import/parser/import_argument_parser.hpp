@@ -28,10 +28,10 @@ class ImportArgumentParser final : public IImportArgumentParser {
     std::vector<ParsedImportEntry>& parse() override;
 
   private:
-    /// What the command grammar tells arguments apart by.
+    /// The kinds of arguments that the command grammar distinguishes.
     enum class Kind : std::uint8_t { Name, Package, AliasKeyword, NothingLeft };
 
-    // The productions of the command grammar (command_grammar.cpp); each reads from the cursor on.
+    // The productions of the command grammar (command_grammar.cpp); each starts at the cursor.
     void parseCommand();
     void parseNameList();
     void parsePackageList();
@@ -41,13 +41,14 @@ class ImportArgumentParser final : public IImportArgumentParser {
     void expectEndOfPackageList();
     void expectEndOfAliasClause();
 
-    // The cursor. Ignored arguments are passed over: the next argument is the next of another kind.
+    // The cursor. Ignored arguments are skipped.
     std::size_t nextIndex() const noexcept;
     Kind peek() const noexcept;
     bool isFinished() const noexcept;
     std::size_t consume() noexcept;
 
-    // What productions do to the result.
+    // The actions of productions on the result.
+    static PackageImportEntry makePackageEntry(PackageNameImportArgument&& argument);
     void takeName();
     void takePackage();
     void renameThePackage(PackageNameImportArgument&& alias, ImportArgumentIndex index);

@@ -162,21 +162,5 @@ std::vector<Row> const rows{
 
 INSTANTIATE_TEST_SUITE_P(EveryRow, Classification, testing::ValuesIn(rows), support::RowName{});
 
-TEST(Classification, CutsAtTheFirstDot) {
-    struct {
-        std::u16string_view text, head, tail;
-    } const splits[]{
-        {u"a.b.c", u"a", u"b.c"}, {u".x", u"", u"x"}, {u"a.", u"a", u""}, {u".", u"", u""}};
-
-    for (auto const& [text, head, tail] : splits) {
-        auto const split = splitAtFirstDot(text);
-        ASSERT_TRUE(split.has_value());
-        EXPECT_EQ(split->head, head);
-        EXPECT_EQ(split->tail, tail);
-    }
-    EXPECT_FALSE(splitAtFirstDot(u"abc").has_value());
-    EXPECT_FALSE(splitAtFirstDot(u"").has_value());
-}
-
 } // namespace
 } // namespace lf::import
