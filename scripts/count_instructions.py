@@ -1,9 +1,16 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: BSL-1.0
 """Counts under callgrind the instructions of what gleigem_instruction_count does; prints JSON.
 
     count_instructions.py BUILD_FOLDER [growth]
+    count_instructions.py BUILD_FOLDER --compare BASELINE      fails where a count is too far above the baseline
+    count_instructions.py BUILD_FOLDER --update BASELINE       writes the baseline anew
+
+Counts do not depend on the load of the machine, but on the compiler: those of another one than the baseline's
+are only shown.
 """
 
+import argparse
 import json
 import re
 import subprocess
@@ -11,9 +18,11 @@ import sys
 import tempfile
 from pathlib import Path
 
+TOLERANCE = 1.10
 
-def main():
-    build, *arguments = sys.argv[1:]
+
+def count(build, arguments):
+    """The number of instructions by the name of what is counted."""
     counts = {}
     with tempfile.TemporaryDirectory() as folder:
         dump = Path(folder, "callgrind.out")
@@ -24,7 +33,49 @@ def main():
             text = part.read_text()
             name = re.search(r"^desc: Trigger: Client Request: (.*)$", text, re.MULTILINE)[1]
             counts[name] = int(re.search(r"^totals: (\d+)$", text, re.MULTILINE)[1])
-    print(json.dumps(counts, indent=2))
+    return counts
+
+
+def compiler_of(build):
+    """The compiler's version, as its own first line has it behind the program's name."""
+    cache = (build / "CMakeCache.txt").read_text()
+    program = re.search(r"^CMAKE_CXX_COMPILER:\w+=(.*)$", cache, re.MULTILINE)[1]
+    line = subprocess.run([program, "--version"], check=True, capture_output=True, text=True).stdout.splitlines()[0]
+    return line.partition(" ")[2]
+
+
+def compare(counts, compiler, baseline):
+    """Prints each count beside the baseline's; returns whether none is too high."""
+    expected = baseline["instructions"]
+    if counts.keys() != expected.keys():
+        sys.exit(f"only in one of counts and baseline: {counts.keys() ^ expected.keys()}")
+    is_same_compiler = baseline["compiler"] == compiler
+    if not is_same_compiler:
+        print(f"not compared: the baseline is of {baseline['compiler']}, this is {compiler}")
+    too_many = [name for name in counts if counts[name] > expected[name] * TOLERANCE]
+    for name, number in counts.items():
+        note = "  too many" if name in too_many else ""
+        print(f"{name:32} {number:12,} {100 * (number / expected[name] - 1):+7.1f} %{note}")
+    return not (is_same_compiler and too_many)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("build", type=Path)
+    parser.add_argument("what", nargs="*")
+    parser.add_argument("--compare", type=Path, metavar="BASELINE")
+    parser.add_argument("--update", type=Path, metavar="BASELINE")
+    options = parser.parse_args()
+
+    counts = count(options.build, options.what)
+    if options.update:
+        baseline = {"compiler": compiler_of(options.build), "instructions": counts}
+        options.update.write_text(json.dumps(baseline, indent=2) + "\n")
+    elif options.compare:
+        if not compare(counts, compiler_of(options.build), json.loads(options.compare.read_text())):
+            sys.exit("Slower than the baseline allows. Where that is wanted: scripts/check_instructions.sh --update")
+    else:
+        print(json.dumps(counts, indent=2))
 
 
 if __name__ == "__main__":
