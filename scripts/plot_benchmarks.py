@@ -82,8 +82,9 @@ def find(results):
 
 def find_by_size(results):
     def panel(title, outcome):
+        pattern = r"find_package_{}/{}/depth:1/imports:([1-9]\d*)/names:{}"
         return Panel(title, {
-            f"{whose}/{names}": times(results, rf"find_package_{outcome}/{whose}/depth:1/imports:([1-9]\d*)/names:{names}")
+            f"{whose}/{names}": times(results, pattern.format(outcome, whose, names))
             for whose in ("gleigem", "absl_maps") for names in ("random", "alike", "classes")})
     return Plot([panel("a name that nobody imports", "miss"), panel("a name that the scope imports", "hit")],
                 "imports of one scope", "time per lookup [ns]")

@@ -47,6 +47,7 @@ abi_packages=(
 lint_packages=(
     "clang-format-14     clang-format-14"
     "clang-tidy-14       run-clang-tidy-14"
+    "flake8              flake8"
 )
 
 fuzz_packages=(

@@ -37,7 +37,7 @@ WRONG = [
     ("import/list/lookup.cpp", "<range/v3/all.hpp>", "nobody includes all of range-v3"),
     ("tests/import/entries_test.cpp", "<bits/stdc++.h>", "nor the standard library's insides"),
     ("tools/import_explorer/main.cpp", "<import/list/lookup.hpp>", "the tool shows what hosts can do"),
-    ("tools/import_explorer/main.cpp", "<import/diagnostics/make_msg_id.hpp>", "and hosts make no messages of the library"),
+    ("tools/import_explorer/main.cpp", "<import/diagnostics/make_msg_id.hpp>", "and hosts make none of its messages"),
     ("examples/own_platform/main.cpp", "<lf/util/identifier.hpp>", "another platform is not the reference"),
     ("examples/own_platform/platform/lfu/words.hpp", "<import/entries.hpp>", "and knows nothing of the library"),
 ]

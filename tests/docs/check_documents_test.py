@@ -16,7 +16,8 @@ from check_documents import Document  # noqa: E402
 RUN = "<!-- run -->\n```console\n$ echo a; echo b\n{}```\n"
 SCHEMA = "tools/import_explorer/report.schema.json"
 TABLE = "<!-- fields: {}#Hidden -->\n| field | type | meaning |\n| --- | --- | --- |\n" \
-        "| `entry` | [Reference](#reference) | what is hidden |\n| `by` | [Reference](#reference) | {} |\n\n## Reference\n"
+        "| `entry` | [Reference](#reference) | what is hidden |\n| `by` | [Reference](#reference) | {} |\n\n" \
+        "## Reference\n"
 
 RIGHT = {
     "a file": "<!-- file: .ci/run -->\n```sh\n" + (ROOT / ".ci/run").read_text() + "```\n",
@@ -28,7 +29,8 @@ RIGHT = {
     "commands that nobody runs": "<!-- not run: it takes an hour -->\n```console\n$ sleep 3600\n```\n",
     "a table of fields": TABLE.format(SCHEMA, "what hides it"),
     "code in another language": "```cpp\nint a[](b);\n```\n",
-    "links": "# A *b*, `c`!\n\n[a](other.md) [b](#a-b-c) ![c](other.md) [d](other.md#twice-1) [e](https://example.org)\n",
+    "links": "# A *b*, `c`!\n\n[a](other.md) [b](#a-b-c) ![c](other.md) [d](other.md#twice-1) "
+             "[e](https://example.org)\n",
     "brackets in code": "`auto f = [](x) {}`\n",
 }
 

@@ -32,7 +32,8 @@ MANY = "import " + " ".join(f"p{number}" for number in range(150)) + \
        "\nscope s {\nimport " + " ".join(f"p{number}" for number in range(120)) + "\nuse x\n}"
 FAULTY = 'scope a {\n}}\nscope\nuse\nuse b c\nimport "a\nimport "a"b\ndynamic use x\n{\n'
 # Every kind of object is in the report of this and of a file that does not exist.
-VARIED = "scope s {\nimport p q.r\nimport p q.r p\nimport q.r w.*\nuse r\nscope t {\nimport p\nimport w.*\nuse x\n}\n}\n" \
+VARIED = "scope s {\nimport p q.r\nimport p q.r p\nimport q.r w.*\nuse r\n" \
+         "scope t {\nimport p\nimport w.*\nuse x\n}\n}\n" \
          "import p\nuse q\nuse zp\n"
 
 
@@ -171,8 +172,8 @@ class ReportSchema(unittest.TestCase):
     def test_is_documented_whole(self):
         """Each object has its table on the page, which check_documents.py compares with the schema."""
         text = (ROOT / "docs/explorer_json.md").read_text()
-        tables = re.findall(r"(?m)^## (\w+)\n(?:.*\n)*?<!-- fields: tools/import_explorer/report.schema.json#(\w+) -->$",
-                            text)
+        schema = "tools/import_explorer/report.schema.json"
+        tables = re.findall(rf"(?m)^## (\w+)\n(?:.*\n)*?<!-- fields: {schema}#(\w+) -->$", text)
         self.assertEqual(tables, [(name, name) for name in OBJECTS])
 
 
