@@ -34,71 +34,18 @@ Entry const* findByName(std::vector<Entry> const& entries, std::u16string_view n
 } // namespace
 
 DelegatingImportList::DelegatingImportList(std::unique_ptr<IImportList> list)
-    : inner(std::move(list)) {}
-
-DelegatingImportList::DelegatingImportList(DelegatingImportList const& other)
-    : IImportList(other),
-      inner(other.inner->clone()),
-      answers(other.answers),
-      counts(other.counts) {}
-
-IImportList const& DelegatingImportList::asked(Question question, CheckAncestorList check) const {
-    ++counts[{question, check}];
-    if (!answers) {
-        throw NoAnswer();
-    }
-    return *inner;
-}
-
-std::optional<GenericMsgIDHolder> DelegatingImportList::addDynamicImportEntry(ImportEntry&& entry) {
-    return inner->addDynamicImportEntry(std::move(entry));
-}
-
-std::optional<GenericMsgIDHolder> DelegatingImportList::addStaticImportEntry(ImportEntry&& entry) {
-    return inner->addStaticImportEntry(std::move(entry));
-}
-
-std::optional<FoundImportEntry>
-DelegatingImportList::findPackageImportEntry(std::u16string_view name,
-                                             CheckAncestorList check) const {
-    return asked(Question::FindPackage, check).findPackageImportEntry(name, check);
-}
-
-std::optional<FoundFullyQualifiedName>
-DelegatingImportList::findFullyQualifiedImportEntry(std::u16string_view name,
-                                                    CheckAncestorList check) const {
-    return asked(Question::FindFullyQualified, check).findFullyQualifiedImportEntry(name, check);
-}
-
-AnyView<FullyQualifiedImportEntry>
-DelegatingImportList::getFullyQualifiedImportEntries(CheckAncestorList check) const {
-    return asked(Question::GetFullyQualified, check).getFullyQualifiedImportEntries(check);
-}
-
-AnyView<WildcardImportEntry>
-DelegatingImportList::getWildcardImportEntries(CheckAncestorList check) const {
-    return asked(Question::GetWildcards, check).getWildcardImportEntries(check);
-}
-
-AnyView<PackageImportEntry>
-DelegatingImportList::getPackageImportEntries(CheckAncestorList check) const {
-    return asked(Question::GetPackages, check).getPackageImportEntries(check);
-}
-
-std::shared_ptr<IImportList const> DelegatingImportList::getParent() const {
-    return inner->getParent();
-}
+    : WrappedImportList(std::move(list)) {}
 
 std::unique_ptr<IImportList> DelegatingImportList::clone() const {
     return std::make_unique<DelegatingImportList>(*this);
 }
 
-bool DelegatingImportList::isEmpty(CheckAncestorList check) const {
-    return asked(Question::IsEmpty, check).isEmpty(check);
-}
-
-std::size_t DelegatingImportList::getNumberOfEntries(CheckAncestorList check) const {
-    return asked(Question::GetNumberOfEntries, check).getNumberOfEntries(check);
+IImportList const& DelegatingImportList::ask(Question question, CheckAncestorList check) const {
+    ++counts[{question, check}];
+    if (!answers) {
+        throw NoAnswer();
+    }
+    return WrappedImportList::ask(question, check);
 }
 
 ForeignImportList::ForeignImportList(std::shared_ptr<IImportList const> enclosing,

@@ -5,11 +5,11 @@
 /// Lists that are not the library's own, as a host may put them into a chain.
 
 #include <model/list_model.hpp>
+#include <support/wrapped_import_list.hpp>
 
 #include <import/import_list.hpp>
 
 #include <cstddef>
-#include <cstdint>
 #include <exception>
 #include <map>
 #include <memory>
@@ -22,18 +22,8 @@ namespace support {
 
 /// Passes everything on to another list, so that its answers are those of that list, and counts
 /// what it is asked.
-class DelegatingImportList final : public lf::import::IImportList {
+class DelegatingImportList final : public WrappedImportList {
   public:
-    enum class Question : std::uint8_t {
-        FindPackage,
-        FindFullyQualified,
-        GetFullyQualified,
-        GetWildcards,
-        GetPackages,
-        IsEmpty,
-        GetNumberOfEntries,
-    };
-
     /// What it throws once it no longer answers.
     class NoAnswer : public std::exception {};
 
@@ -42,38 +32,17 @@ class DelegatingImportList final : public lf::import::IImportList {
 
     /// \param list must not be null.
     explicit DelegatingImportList(std::unique_ptr<IImportList> list);
-    DelegatingImportList(DelegatingImportList const& other);
-    DelegatingImportList& operator=(DelegatingImportList const&) = delete;
-    ~DelegatingImportList() override = default;
 
     QuestionCounts const& questions() const { return counts; }
 
     /// From now on every question is counted and then answered with the exception NoAnswer.
     void stopAnswering() { answers = false; }
 
-    std::optional<resource_core::GenericMsgIDHolder>
-    addDynamicImportEntry(lf::import::ImportEntry&& entry) override;
-    std::optional<resource_core::GenericMsgIDHolder>
-    addStaticImportEntry(lf::import::ImportEntry&& entry) override;
-    std::optional<lf::import::FoundImportEntry>
-    findPackageImportEntry(std::u16string_view name, CheckAncestorList check) const override;
-    std::optional<lf::import::FoundFullyQualifiedName>
-    findFullyQualifiedImportEntry(std::u16string_view name, CheckAncestorList check) const override;
-    ranges::any_view<lf::import::FullyQualifiedImportEntry const&, ranges::category::forward>
-    getFullyQualifiedImportEntries(CheckAncestorList check) const override;
-    ranges::any_view<lf::import::WildcardImportEntry const&, ranges::category::forward>
-    getWildcardImportEntries(CheckAncestorList check) const override;
-    ranges::any_view<lf::import::PackageImportEntry const&, ranges::category::forward>
-    getPackageImportEntries(CheckAncestorList check) const override;
-    std::shared_ptr<IImportList const> getParent() const override;
     std::unique_ptr<IImportList> clone() const override;
-    bool isEmpty(CheckAncestorList check) const override;
-    std::size_t getNumberOfEntries(CheckAncestorList check) const override;
 
   private:
-    IImportList const& asked(Question question, CheckAncestorList check) const;
+    IImportList const& ask(Question question, CheckAncestorList check) const override;
 
-    std::unique_ptr<IImportList> inner;
     bool answers = true;
     mutable QuestionCounts counts;
 };
