@@ -67,9 +67,17 @@ def percentage(counter):
     return f"{reached:5} of{len(counter):5} {share:5.1f} %"
 
 
+def outdated_reasons():
+    """Reasons for lines that no longer exist."""
+    return [f"{file}: {text}" for file, text in UNREACHABLE
+            if text not in map(str.strip, (PROJECT / file).read_text().splitlines())]
+
+
 def main():
     if len(sys.argv) != 2:
         sys.exit(__doc__)
+    if outdated_reasons():
+        sys.exit("\n".join(["reasons for lines that no longer exist:", *outdated_reasons()]))
     files = collect(Path(sys.argv[1]).resolve())
     if not files:
         sys.exit("no test has run there")
