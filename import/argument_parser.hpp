@@ -17,13 +17,13 @@
 
 namespace lf::import {
 
-/// Whether a command may import packages. A value without a name counts as WithPackageImports.
+/// Whether a command may import packages. Any other value means WithPackageImports.
 enum class Behavior : std::int32_t {
-    /// Every argument must contain a dot; some faults are warnings only.
+    /// Every argument must contain a dot; some faults are only warnings.
     WithoutPackageImports = 0,
     /// An argument without a dot names a package.
     WithPackageImports = 1,
-    /// As the host's feature switch says when the parser is created.
+    /// The host's feature switch decides when the parser is created.
     FollowFeatureSwitch = 2,
 };
 
@@ -37,7 +37,7 @@ using ParsedImportEntry = std::variant<std::pair<FullyQualifiedImportEntry, Impo
                                        std::pair<PackageImportEntry, ImportArgumentIndex>,
                                        std::pair<InvalidImportEntry, ImportArgumentIndex>>;
 
-/// Parses one `import` command; single use, by one thread.
+/// Parses one `import` command. Use it once, in one thread.
 class GLEIGEM_EXPORT IImportArgumentParser {
   public:
     IImportArgumentParser() = default;
@@ -47,27 +47,27 @@ class GLEIGEM_EXPORT IImportArgumentParser {
 
     /// The entries of the command, in the order of its arguments.
     ///
-    /// All or nothing: a command in error yields exactly one InvalidImportEntry. A warning stands
-    /// right behind the entry that it is about. To be called once.
+    /// All or nothing: a command with an error yields exactly one InvalidImportEntry. A warning
+    /// directly follows the entry that it is about. Call this once.
     ///
-    /// \returns a list that the parser owns and that lives as long as it; entries may be moved out.
+    /// \returns a list that the parser owns; you may move entries out of it.
     /// \throws std::bad_alloc, and what the package descriptor library throws for a plain package
-    ///         name that it refuses; bad input is never thrown.
+    ///         name that it refuses. Bad input never throws.
     virtual std::vector<ParsedImportEntry>& parse() = 0;
 };
 
-/// Creates a parser for the arguments of one command, as texts in command order. The texts are read
-/// here and not kept.
+/// Creates a parser for the arguments of one command, as texts in command order. The texts are only
+/// read during this call.
 ///
 /// \throws std::bad_alloc, and what the host's services throw.
 GLEIGEM_EXPORT std::unique_ptr<IImportArgumentParser>
 createImportArgumentParser(cppcompat::span<const std::u16string> arguments, Behavior behavior);
 
-/// Creates a parser for the arguments of a command in the host's syntax tree, which is read here
-/// and not kept.
+/// Creates a parser for the arguments of a command in the host's syntax tree, which is only read
+/// during this call.
 ///
-/// The tree is asked for the number of arguments, to reserve room; then, for each argument, for the
-/// number again, the argument's node and the node's text.
+/// The tree is asked for the number of arguments, to reserve memory; then, for each argument, for
+/// the number again, the argument's node and the node's text.
 ///
 /// \throws std::bad_alloc, and what the tree and the host's services throw.
 GLEIGEM_EXPORT std::unique_ptr<IImportArgumentParser>

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The seven records into which one argument of an `import` command can be classified.
+/// The records into which an argument of an `import` command is classified.
 
 #include <import/export.hpp>
 #include <import/platform.hpp>
@@ -15,13 +15,13 @@ namespace lf::import {
 
 /// An argument that names a package and nothing more: `pkg`.
 struct GLEIGEM_EXPORT PackageNameImportArgument {
-    /// The package name as it stands in the command.
+    /// The package name as written.
     std::u16string name;
 };
 
-/// An argument that names a package and the versions wanted of it: `pkg@^1.2`.
+/// An argument that names a package and its required versions: `pkg@^1.2`.
 ///
-/// Has no default constructor, since a package specifier has no empty state.
+/// Not default-constructible, since a package specifier has no empty state.
 struct GLEIGEM_EXPORT VersionedPackageImportArgument {
     /// Package name and version range, already parsed.
     Oxtavel::KeldarComponents::PackageSpecifier specifier;
@@ -35,8 +35,8 @@ struct GLEIGEM_EXPORT FullyQualifiedImportArgument {
     std::u16string introducedName;
     /// The argument exactly as written.
     std::u16string rawArgument;
-    /// What classification has to say about an argument that it accepted; disengaged as a rule.
-    /// After a move it stays engaged and holds an empty holder.
+    /// A warning about the argument, usually none. After a move it is still engaged and holds an
+    /// empty holder.
     std::optional<resource_core::GenericMsgIDHolder> warning;
 };
 
@@ -53,7 +53,7 @@ struct GLEIGEM_EXPORT WildcardImportArgument {
 /// The word `as` of an alias clause; only its position among the arguments matters.
 struct GLEIGEM_EXPORT AsClauseImportArgument {};
 
-/// An argument that takes no part in the import.
+/// An argument that is ignored.
 struct GLEIGEM_EXPORT IgnoredArgument {
     /// The argument as written.
     std::u16string text;

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Marks what leaves the library: everything else is compiled with hidden visibility.
+/// Marks exported symbols; everything else has hidden visibility.
 ///
 /// On Windows a shared library exports what is marked and its users import it, so that the marks
 /// depend on who reads them: the build defines GLEIGEM_BUILDING within the shared library, and
@@ -19,10 +19,10 @@
 #endif
 #define GLEIGEM_NO_EXPORT
 #elif defined(__GNUC__)
-/// Stands on every public type and function, so that type identity holds across library borders.
+/// Marks every public type and function, so that types are the same in all libraries.
 #define GLEIGEM_EXPORT __attribute__((visibility("default")))
 
-/// Stands on private members of public types that are defined in source files.
+/// Marks private members of public types that are defined in source files.
 #define GLEIGEM_NO_EXPORT __attribute__((visibility("hidden")))
 #else
 #define GLEIGEM_EXPORT

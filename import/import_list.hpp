@@ -19,7 +19,7 @@
 
 namespace lf::import {
 
-/// Where a lookup found what it found.
+/// Where a lookup found an entry.
 enum class EntryOrigin : std::int32_t {
     /// In the list that was asked.
     ThisList = 0,
@@ -46,13 +46,12 @@ struct FoundFullyQualifiedName {
 
 /// The imports of one scope. The order of the virtual operations is part of the interface.
 ///
-/// A list reads its parent and never changes it. Lists are not synchronised: they may be read from
-/// several threads while no thread adds to them or to an ancestor. An operation that throws leaves
-/// the list as it was.
+/// A list reads its parent and never changes it. Lists are not synchronised: several threads may
+/// read them while no thread adds to them or to an ancestor. An operation that throws leaves the
+/// list unchanged.
 class GLEIGEM_EXPORT IImportList {
   public:
-    /// Whether an operation looks beyond the list that is asked. A value without a name counts as
-    /// No.
+    /// Whether an operation includes the ancestors of the list. Any other value means No.
     enum class CheckAncestorList : std::int32_t {
         /// This list only.
         No = 0,
@@ -65,19 +64,19 @@ class GLEIGEM_EXPORT IImportList {
     IImportList& operator=(IImportList const&) = default;
     virtual ~IImportList();
 
-    /// Stores an entry whose command runs when the program reaches it.
+    /// Stores an entry of a command that takes effect when the program reaches it.
     ///
-    /// As addStaticImportEntry, except that a package may introduce a name with which a dotted
-    /// import of this list starts.
+    /// Like addStaticImportEntry, but a package may introduce a name that a dotted import of this
+    /// list starts with.
     virtual std::optional<resource_core::GenericMsgIDHolder>
     addDynamicImportEntry(ImportEntry&& entry) = 0;
 
-    /// Stores an entry, unless it conflicts with what the scope imports already.
+    /// Stores an entry unless it conflicts with the existing imports of the scope.
     ///
-    /// A dotted import whose raw argument this list holds already is accepted and not stored again.
+    /// A dotted import whose raw argument this list already has is accepted but not stored again.
     ///
     /// \param entry moved from only when it is stored.
-    /// \returns nothing when the entry was accepted, else why it was refused.
+    /// \returns nothing if the entry was accepted, else the reason why it was refused.
     /// \throws std::bad_alloc, std::bad_variant_access for a valueless entry.
     virtual std::optional<resource_core::GenericMsgIDHolder>
     addStaticImportEntry(ImportEntry&& entry) = 0;
@@ -119,21 +118,21 @@ class GLEIGEM_EXPORT IImportList {
     virtual ranges::any_view<PackageImportEntry const&, ranges::category::forward>
     getPackageImportEntries(CheckAncestorList check) const = 0;
 
-    /// The list of the enclosing scope, empty for an outermost list.
+    /// The list of the enclosing scope; null for an outermost list.
     virtual std::shared_ptr<IImportList const> getParent() const = 0;
 
     /// An independent copy that shares the parent.
     virtual std::unique_ptr<IImportList> clone() const = 0;
 
-    /// Whether there is no entry here or, with Yes, in any ancestor.
+    /// Whether this list has no entries and, with Yes, no ancestor has any.
     virtual bool isEmpty(CheckAncestorList check) const = 0;
 
-    /// The number of entries here and, with Yes, in all ancestors, hidden ones included.
+    /// The number of entries of this list and, with Yes, of all ancestors, hidden ones included.
     virtual std::size_t getNumberOfEntries(CheckAncestorList check) const = 0;
 };
 
-/// Creates an empty list for a scope within the scope of \p parent, or for an outermost one when
-/// that is empty. The list keeps a share of its parent.
+/// Creates an empty list for a scope within the scope of \p parent, or for an outermost scope if
+/// \p parent is null. The list shares ownership of its parent.
 GLEIGEM_EXPORT std::unique_ptr<IImportList>
 createImportList(std::shared_ptr<IImportList const> parent);
 

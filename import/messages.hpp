@@ -21,14 +21,14 @@ inline constexpr std::string_view messageCatalogue = "KELDAR:lang";
 
 /// The severity of a diagnostic.
 enum class Severity : std::uint8_t {
-    /// The import stands; the diagnostic stands beside it.
+    /// The diagnostic accompanies the import, which is valid.
     Warning,
-    /// The diagnostic stands in place of the import.
+    /// The diagnostic replaces the import.
     Error,
 };
 
-/// What the arguments of messages mean. Each meaning is a type of its own, so that arguments cannot
-/// be swapped; all are UTF-16 text.
+/// The kinds of message arguments. Each is a type of its own, so that arguments cannot be swapped;
+/// all are UTF-16 text.
 namespace message_arguments {
 
 /// The import argument, exactly as written.
@@ -49,7 +49,7 @@ struct ReservedWord {
     constexpr explicit ReservedWord(std::u16string_view word) noexcept : text(word) {}
 };
 
-/// What stands in the place of an alias, as written.
+/// The argument in place of an alias, as written.
 struct RejectedAlias {
     /// Not owned.
     std::u16string_view text;
@@ -58,7 +58,7 @@ struct RejectedAlias {
     constexpr explicit RejectedAlias(std::u16string_view alias) noexcept : text(alias) {}
 };
 
-/// What the refused entry imports: the specifier of a package, the raw argument of a name.
+/// The import that is refused: the specifier of a package, the raw argument of a name.
 struct RefusedImport {
     /// Not owned.
     std::u16string_view text;
@@ -81,9 +81,9 @@ struct IntroducedName {
 /// A kind of diagnostic, with the types of its arguments in the order in which messages carry them.
 template <typename... Arguments>
 struct MessageDefinition {
-    /// What names the kind within the catalogue.
+    /// Identifies the kind within the catalogue.
     std::string_view key;
-    /// Of every message of the kind.
+    /// The severity of every message of the kind.
     Severity severity;
 };
 
@@ -94,7 +94,7 @@ inline constexpr auto parserMessages = [] {
     using namespace message_arguments;
     using enum Severity;
     return std::tuple{
-        // The argument is no name, wildcard or package.
+        // The argument is neither a name, nor a wildcard, nor a package.
         MessageDefinition<ImportArgument>{"InvalidImportArgument", Error},
         // Without package imports: a wildcard has a bad prefix, or none.
         MessageDefinition<ImportArgument>{"MalformedImportArgumentWarning", Warning},
@@ -104,11 +104,11 @@ inline constexpr auto parserMessages = [] {
         MessageDefinition<ImportArgument, ReservedWord>{"KeywordInImportArgumentWarning", Warning},
         // Without package imports: every argument needs a dot.
         MessageDefinition<>{"ImportArgumentWithoutDot", Error},
-        // What follows `as` is no plain name.
+        // The alias is not a plain name.
         MessageDefinition<RejectedAlias>{"InvalidAliasName", Error},
-        // `as` is followed by no name, or by more than one.
+        // There is no alias, or more than one.
         MessageDefinition<>{"IncorrectNumberOfAlias", Error},
-        // `as` follows no package, or more than one.
+        // There is no package before `as`, or more than one.
         MessageDefinition<>{"IncorrectNumberOfPackagesForAlias", Error},
         // One command imports both names and packages.
         MessageDefinition<>{"MixedImportType", Error},
@@ -128,7 +128,7 @@ inline constexpr auto listMessages = [] {
         MessageDefinition<RefusedImport>{"PackageRedeclared", Error},
         // The scope already introduces this name by an import of the other kind.
         MessageDefinition<RefusedImport, IntroducedName>{"PrecedenceViolation", Error},
-        // A dotted import starts with a name that a package import introduces.
+        // A dotted import starts with the name that a package import introduces.
         MessageDefinition<>{"InvalidPackageFunctionAbbreviation", Error},
     };
 }();
@@ -140,11 +140,11 @@ inline constexpr auto messages = std::tuple_cat(parserMessages, listMessages);
 
 /// A kind of diagnostic as plain data.
 struct MessageKey {
-    /// What names the kind within the catalogue.
+    /// Identifies the kind within the catalogue.
     std::string_view key;
-    /// Of every message of the kind.
+    /// The severity of every message of the kind.
     Severity severity;
-    /// How many arguments each message of the kind carries.
+    /// The number of arguments of every message of the kind.
     std::size_t numberOfArguments;
 
     /// The data of \p definition.
@@ -166,8 +166,8 @@ keysOf(std::tuple<Definitions...> const& definitions) noexcept {
 /// Every kind of diagnostic as plain data, in the order of messages.
 inline constexpr auto messageKeys = keysOf(messages);
 
-/// The severity of the messages with exactly this key; one that is not in messageKeys is an error,
-/// however it ends.
+/// The severity of messages with exactly this key. A key that is not in messageKeys is an error,
+/// whatever it ends in.
 constexpr Severity severityOf(std::string_view key) noexcept {
     for (MessageKey const& known : messageKeys) {
         if (known.key == key) {

@@ -37,9 +37,8 @@ void insertPaddedWithBlanks(std::basic_ostream<Char>& stream, std::basic_string_
     }
 }
 
-// An ordinary insertion asks for the stream's fill, and so for std::ctype. Where the standard
-// library has no std::ctype<char16_t>, as libc++ does not, no stream can have a fill, and blanks
-// stand for it.
+// An ordinary insertion needs the stream's fill character, and so std::ctype. Standard libraries
+// without std::ctype<char16_t>, such as libc++, cannot have a fill character, so blanks are used.
 template <typename Char>
 void insert(std::basic_ostream<Char>& stream, std::basic_string_view<Char> piece) {
     if constexpr (Complete<std::ctype<Char>>) {

@@ -2,12 +2,12 @@
 #pragma once
 
 /// \file
-/// Writes valid entries in the form in which a user would write the import.
+/// Writes valid entries the way a user would write the import.
 ///
 /// Names print as their raw argument; packages as their specifier, followed by " as " and the
 /// introduced name where that differs from the package's own. Narrow streams receive UTF-8. A
-/// stream's width and fill apply to the first piece. Errors are left in the stream's state; what
-/// the conversion to UTF-8 or the specifier's printing throws comes out unchanged.
+/// stream's width and fill apply to the first piece. Errors set the stream's state; exceptions of
+/// the conversion to UTF-8 and of the specifier's printing pass through.
 
 #include <import/entries.hpp>
 #include <import/export.hpp>

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Marks what leaves the platform library: everything else is compiled with hidden visibility.
+/// Marks exported symbols of the platform library; everything else has hidden visibility.
 /// The build defines GLEIGEM_PLATFORM_BUILDING within the shared library, and
 /// GLEIGEM_PLATFORM_STATIC in the static one and in its users; only Windows tells these apart.
 
@@ -15,7 +15,7 @@
 #define GLEIGEM_PLATFORM_EXPORT __declspec(dllimport)
 #endif
 #elif defined(__GNUC__)
-/// Stands on every public type and function, so that type identity holds across library borders.
+/// Marks every public type and function, so that types are the same in all libraries.
 #define GLEIGEM_PLATFORM_EXPORT __attribute__((visibility("default")))
 #else
 #define GLEIGEM_PLATFORM_EXPORT

@@ -12,10 +12,9 @@ namespace lfu {
 
 /// Whether \p word is a reserved word, case-sensitively.
 ///
-/// A word with a meaning in one place only, such as `as`, is not reserved.
+/// A word that is special only in some contexts, such as `as`, is not reserved.
 /// \param word in UTF-16, of any length.
-/// \param selector chooses a dialect of the language; there is one, so that every value means the
-/// same.
+/// \param selector chooses a dialect of the language. There is only one, so it is ignored.
 GLEIGEM_PLATFORM_EXPORT bool isReservedWord(std::u16string const& word, int selector);
 
 } // namespace lfu

@@ -9,8 +9,8 @@ namespace resource_core {
 
 namespace {
 
-/// A copy of \p argument by way of its alternative. The copy constructor of libstdc++ 12's
-/// std::variant destroys, when the copy of a string throws, a string that was never made.
+/// A copy of \p argument, made by copying its alternative. When copying a string throws, the copy
+/// constructor of std::variant in libstdc++ 12 destroys a string that was never constructed.
 MsgArgument copyOf(MsgArgument const& argument) {
     return std::visit(
         []<typename Value>(Value const& value) {

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Message identifiers, by which a problem is reported without words, and their holder.
+/// Message identifiers, which report a problem without wording, and their holder.
 
 #include <gleigem_platform/export.hpp>
 
@@ -41,7 +41,7 @@ class GLEIGEM_PLATFORM_EXPORT GenericMsgIDHolder {
         EmptyGenericMsgIDHolder& operator=(EmptyGenericMsgIDHolder const&) noexcept = default;
         ~EmptyGenericMsgIDHolder() override;
 
-        /// What went wrong, in a few words. Lives for ever.
+        /// A short description. Points to a string literal.
         char const* what() const noexcept override;
     };
 
@@ -54,13 +54,13 @@ class GLEIGEM_PLATFORM_EXPORT GenericMsgIDHolder {
     /// Holds a copy of what \p other holds; a copy of an empty holder allocates nothing.
     GenericMsgIDHolder(GenericMsgIDHolder const& other);
 
-    /// Takes over what \p other holds and leaves it empty.
+    /// Takes what \p other holds and leaves it empty.
     GenericMsgIDHolder(GenericMsgIDHolder&& other) noexcept = default;
 
-    /// As the copy constructor; if that fails, this holder is as it was.
+    /// Like the copy constructor. If it throws, this holder is unchanged.
     GenericMsgIDHolder& operator=(GenericMsgIDHolder const& other);
 
-    /// As the move constructor; self-assignment changes nothing.
+    /// Like the move constructor. Self-assignment changes nothing.
     GenericMsgIDHolder& operator=(GenericMsgIDHolder&& other) noexcept = default;
 
     ~GenericMsgIDHolder() = default;
@@ -68,10 +68,10 @@ class GLEIGEM_PLATFORM_EXPORT GenericMsgIDHolder {
     /// Whether there is no message identifier.
     bool isEmpty() const noexcept { return msgID == nullptr; }
 
-    /// The message identifier; the reference lives until the holder is changed, moved or destroyed.
+    /// The message identifier. The reference is valid until the holder is changed, moved or
+    /// destroyed.
     ///
-    /// \throws EmptyGenericMsgIDHolder when there is none, such that boost::current_exception
-    /// copies it.
+    /// \throws EmptyGenericMsgIDHolder when there is none; boost::current_exception can copy it.
     BaseMsgID const& getMsgID() const {
         if (isEmpty()) {
             throwEmpty();

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The failure of a text to be a package specifier.
+/// The failure to read a text as a package specifier.
 
 #include <foundation/core/except/exception.hpp>
 #include <gleigem_platform/export.hpp>
@@ -11,9 +11,9 @@
 
 namespace kpm::arguments {
 
-/// Tag of the exception with which a text is refused as a package specifier or version range.
+/// Tag of the exception for a text that is not a package specifier or version range.
 struct GLEIGEM_PLATFORM_EXPORT InvalidPackageSpecifier {
-    /// What the exception answers to what().
+    /// The text that what() returns.
     static constexpr char const* description = "invalid package specifier";
 };
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// An `import` command as it stands in a syntax tree.
+/// An `import` command in a syntax tree.
 
 #include <gleigem_platform/export.hpp>
 
@@ -12,12 +12,12 @@
 
 namespace lf::astapi {
 
-/// Names a node of a syntax tree; means nothing to any other tree.
+/// Identifies a node within one syntax tree.
 using NodeHandle = std::uint64_t;
 
 struct ArgumentNode;
 
-/// What a syntax tree answers about its commands.
+/// The interface of a syntax tree.
 class GLEIGEM_PLATFORM_EXPORT ISyntaxTree {
   public:
     ISyntaxTree() = default;

@@ -8,7 +8,7 @@
 
 namespace lf::features {
 
-/// Whether `import` can import packages; so it is at the start of the process.
+/// Whether `import` can import packages. On when the process starts.
 GLEIGEM_PLATFORM_EXPORT bool isPackageImportsFeatureOn();
 
 /// Turns package imports on or off for the whole process.

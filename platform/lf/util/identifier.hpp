@@ -12,12 +12,12 @@
 namespace lf::util {
 
 /// A string view that every kind of string converts to and that converts back to a
-/// std::basic_string_view. Lives no longer than the text that it was made from.
+/// std::basic_string_view. Valid as long as the text it views.
 template <typename CharT>
 class ConvertibleBasicStringView {
   public:
     /// A view of the same text as \p text.
-    // NOLINTNEXTLINE(google-explicit-constructor): to convert is the purpose of this type.
+    // NOLINTNEXTLINE(google-explicit-constructor): conversion is the purpose of this type.
     constexpr ConvertibleBasicStringView(std::basic_string_view<CharT> text) noexcept
         : view(text) {}
 
@@ -39,9 +39,8 @@ class ConvertibleBasicStringView {
 };
 
 /// Whether the text is an identifier: a code point with XID_Start or an underscore, then any number
-/// with XID_Continue, by the version of Unicode that ICU knows. Characters that show nothing
-/// (Default_Ignorable_Code_Point) are refused under every version, and so is an unpaired surrogate,
-/// which is no character.
+/// with XID_Continue, in the version of Unicode that ICU supports. Invisible characters
+/// (Default_Ignorable_Code_Point) and unpaired surrogates are refused in every version.
 GLEIGEM_PLATFORM_EXPORT bool isValidIdentifier(ConvertibleBasicStringView<char16_t> text);
 
 } // namespace lf::util

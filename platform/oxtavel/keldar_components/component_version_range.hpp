@@ -13,7 +13,7 @@
 namespace Oxtavel::KeldarComponents {
 
 /// One to three numbers, then a pre-release and a build, as in Semantic Versioning 2.0.0. Numbers
-/// are kept as their digits, so that none is too large.
+/// are kept as digits, so that they can have any size.
 struct GLEIGEM_PLATFORM_EXPORT ComponentVersion {
     /// Major, minor, patch; the latter two can be missing.
     std::vector<std::u16string> numbers;
@@ -25,7 +25,7 @@ struct GLEIGEM_PLATFORM_EXPORT ComponentVersion {
     friend bool operator==(ComponentVersion const&, ComponentVersion const&) = default;
 };
 
-/// How an accepted version stands to the version that is written.
+/// How accepted versions relate to the version that is written.
 enum class VersionRelation {
     /// `*`: every version is accepted and none is written.
     Any,
@@ -49,7 +49,7 @@ enum class VersionRelation {
 
 /// One condition of a range.
 struct GLEIGEM_PLATFORM_EXPORT VersionComparator {
-    /// How an accepted version stands to the written one.
+    /// How accepted versions relate to the written one.
     VersionRelation relation = VersionRelation::Any;
     /// Without numbers when the relation is Any.
     ComponentVersion version;
@@ -57,7 +57,7 @@ struct GLEIGEM_PLATFORM_EXPORT VersionComparator {
     friend bool operator==(VersionComparator const&, VersionComparator const&) = default;
 };
 
-/// The conditions that a version must meet, all of them; none when any version will do.
+/// The conditions that a version must meet; none if any version will do.
 struct GLEIGEM_PLATFORM_EXPORT ComponentVersionRange {
     /// In the order in which they are written.
     std::vector<VersionComparator> comparators;

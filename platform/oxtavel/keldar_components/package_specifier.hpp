@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The name of a package together with the versions wanted of it.
+/// The name of a package together with its required versions.
 
 #include <gleigem_platform/export.hpp>
 #include <oxtavel/keldar_components/component_version_range.hpp>

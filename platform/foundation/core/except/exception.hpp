@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Exceptions told apart by a tag, for kinds of failure that need no class of their own.
+/// Exceptions distinguished by a tag, for failures that need no class of their own.
 
 #include <gleigem_platform/export.hpp>
 
@@ -10,10 +10,10 @@ namespace foundation::core::except {
 
 /// The failure that \p Tag names; also caught as \p Base.
 ///
-/// \tparam Tag  has a static text `description`, which is what what() answers.
+/// \tparam Tag  has a static text `description`, which what() returns.
 /// \tparam Base an exception class with a virtual `what() const noexcept`, such as std::exception.
 ///
-/// A tag that crosses library borders declares its instantiation `extern template` beside itself
+/// A tag that is used across libraries declares its instantiation `extern template` beside itself
 /// and defines it once, so that there is one type information for all libraries.
 template <typename Tag, typename Base>
 class GLEIGEM_PLATFORM_EXPORT Exception : public Base {
@@ -23,7 +23,7 @@ class GLEIGEM_PLATFORM_EXPORT Exception : public Base {
     Exception& operator=(Exception const&) noexcept = default;
     ~Exception() override;
 
-    /// What went wrong, in a few words. Lives for ever.
+    /// A short description. Points to a string literal.
     char const* what() const noexcept override;
 };
 
