@@ -18,10 +18,6 @@ PROJECT = Path(__file__).resolve().parent.parent
 UNREACHABLE = {
     ("import/parser/command_grammar.cpp", "switch (peek()) {"):
         "the compiler's way past the switch for a value that is none of the enumeration's",
-    ("import/list/adding.cpp", "if (auto refusal = (this->*check)(entry, name)) {"):
-        "the compiler's case of a virtual function behind the pointer; neither check is virtual",
-    ("import/list/enumeration.cpp", "return VisibleAndForeignEntries<Entry>(list, (foreign->*getter)(check));"):
-        "the compiler's case of a function behind the pointer that is not virtual; all getters are",
     ("import/diagnostics/make_msg_id.hpp", "resource_core::BaseMsgID message{.arguments = {},"):
         "cleaning up a half-made object, which gcov does not mark as an exception's",
     ("import/parser/classification.cpp", "};"): "the same",
