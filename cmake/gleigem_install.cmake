@@ -8,7 +8,7 @@ set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/gleigem")
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 set(include_dir "${CMAKE_INSTALL_INCLUDEDIR}/gleigem")
 
-set(installed_targets gleigem)
+set(installed_targets gleigem gleigem_host)
 set(pkgconfig_libraries "-lgleigem")
 if(NOT GLEIGEM_PLATFORM_TARGET)
     list(APPEND installed_targets gleigem_platform)

@@ -50,12 +50,14 @@ ROOMS = (
          "import sources", "import public headers", "import/platform.hpp"),
     room("import/list", r"import/list/.*", "the list, lookup, adding, enumeration",
          "import sources", "import public headers", "import/platform.hpp", "range-v3", "xxHash"),
+    room("host kit", r"host/.*", "what every host writes around the library: headers alone",
+         "import public headers", "import/platform.hpp"),
     room("own platform", r"examples/own_platform/platform/.*", "a platform of another language, for the porting guide"),
     room("own platform's programs", r"examples/own_platform/.*", "a host of that language, and the test of a platform",
-         "own platform", "import public headers"),
-    room("examples", r"examples/.*", "hosts of the library", "import public headers"),
-    room("tools", r"tools/.*", "import_explorer, a host with reports for people and programs", "import public headers",
-         "platform headers", "range-v3", "ICU"),
+         "own platform", "host kit", "import public headers"),
+    room("examples", r"examples/.*", "hosts of the library", "host kit", "import public headers"),
+    room("tools", r"tools/.*", "import_explorer, a host with reports for people and programs", "host kit",
+         "import public headers", "platform headers", "range-v3", "ICU"),
     room("tests", r"tests/.*", "tests, the literal model, platforms that record or differ", EVERYTHING),
     room("fuzz", r"fuzz/.*", "fuzz targets", EVERYTHING),
     room("benchmarks", r"benchmarks/.*", "benchmarks, and what they compare with", EVERYTHING),
@@ -164,7 +166,7 @@ def picture(root):
 
 
 def source_files(root):
-    rooms = {"platform", "import", "examples", "tools", "tests", "fuzz", "benchmarks"}
+    rooms = {"platform", "import", "host", "examples", "tools", "tests", "fuzz", "benchmarks"}
     return sorted(path.relative_to(root).as_posix() for folder in rooms for path in (root / folder).rglob("*.[ch]pp"))
 
 

@@ -1,20 +1,48 @@
 // SPDX-License-Identifier: BSL-1.0
-#include <algorithm>
 #include <import/import.hpp>
-#include <iostream>
 
-int main() {
-    using namespace lf::import;
-    auto const scope = createImportList(nullptr);
-    auto const add = [&scope](auto& parsed) {
-        if constexpr (std::is_constructible_v<ImportEntry, decltype(parsed.first)>) {
-            std::cout << "argument " << parsed.second << " imports " << parsed.first << '\n';
-            scope->addStaticImportEntry(std::move(parsed.first));
+#include <iostream>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+using namespace lf::import;
+
+/// Parses one command, adds what it imports to a scope, and says what became of each argument.
+void readImport(std::vector<std::u16string> const& command, IImportList& scope) {
+    auto const handle = [&scope](auto& parsed) {
+        auto& [entry, argument] = parsed;
+        std::cout << "argument " << argument << ": ";
+        if constexpr (std::is_same_v<decltype(parsed.first), InvalidImportEntry>) {
+            std::cout << entry.getMsgHolder().getMsgID().key << '\n';
+        } else {
+            std::cout << "imports " << entry;
+            if (auto const refusal = scope.addStaticImportEntry(std::move(entry))) {
+                std::cout << ", refused: " << refusal->getMsgID().key;
+            }
+            std::cout << '\n';
         }
     };
-    std::vector<std::u16string> const command{u"matrix@^2.1", u"as", u"m"};
     auto const parser = createImportArgumentParser(command, Behavior::WithPackageImports);
-    std::ranges::for_each(parser->parse(), [&](auto& parsed) { std::visit(add, parsed); });
-    auto const found = scope->findPackageImportEntry(u"m", IImportList::CheckAncestorList::Yes);
-    std::cout << "m is the package " << found->entry.getPackageSpecifier() << '\n';
+    for (ParsedImportEntry& parsed : parser->parse()) {
+        std::visit(handle, parsed);
+    }
+}
+
+int main() {
+    std::shared_ptr<IImportList> const file = createImportList(nullptr);
+    std::unique_ptr<IImportList> const function = createImportList(file);
+
+    readImport({u"matrix@^2.1", u"as", u"m"}, *file);
+    readImport({u"shapes.circle", u"colours.*"}, *function);
+    readImport({u"m.solve"}, *function);
+    readImport({u"shapes."}, *function);
+
+    using enum IImportList::CheckAncestorList;
+    if (auto const found = function->findPackageImportEntry(u"m", Yes)) {
+        std::cout << "in the function, m is " << found->entry << '\n';
+    }
 }

@@ -15,7 +15,7 @@ HOUSE = """
     platform/lf/util/identifier.hpp platform/lf/util/identifier.cpp
     import/platform.hpp import/entries.hpp import/entries.cpp import/diagnostics/make_msg_id.hpp
     import/parser/classification.hpp import/parser/classification.cpp import/list/lookup.hpp import/list/lookup.cpp
-    tools/import_explorer/main.cpp examples/own_platform/main.cpp examples/own_platform/platform/lfu/words.hpp
+    host/text.hpp tools/import_explorer/main.cpp examples/own_platform/main.cpp examples/own_platform/platform/lfu/words.hpp
     tests/support/rows.hpp tests/import/entries_test.cpp
 """.split()
 
@@ -36,6 +36,9 @@ WRONG = [
     ("import/entries.cpp", "<support/rows.hpp>", "the library knows no tests"),
     ("import/list/lookup.cpp", "<range/v3/all.hpp>", "nobody includes all of range-v3"),
     ("tests/import/entries_test.cpp", "<bits/stdc++.h>", "nor the standard library's insides"),
+    ("host/text.hpp", "<import/list/lookup.hpp>", "the host kit is on the public headers alone"),
+    ("host/text.hpp", "<unicode/uchar.h>", "and needs no library of its own"),
+    ("import/entries.hpp", "<host/text.hpp>", "the library knows no host"),
     ("tools/import_explorer/main.cpp", "<import/list/lookup.hpp>", "the tool shows what hosts can do"),
     ("tools/import_explorer/main.cpp", "<import/diagnostics/make_msg_id.hpp>", "and hosts make none of its messages"),
     ("examples/own_platform/main.cpp", "<lf/util/identifier.hpp>", "another platform is not the reference"),
@@ -50,6 +53,8 @@ RIGHT = [
     ("import/list/lookup.cpp", "<import/list/lookup.hpp>", "a room may include itself"),
     ("import/entries.cpp", "<vector>", "the standard library is everybody's"),
     ("examples/own_platform/main.cpp", "<lfu/words.hpp>", "a host includes its own platform"),
+    ("host/text.hpp", "<import/entries.hpp>", "the host kit is on the public headers"),
+    ("tools/import_explorer/main.cpp", "<host/text.hpp>", "the tool is a host"),
     ("tests/import/entries_test.cpp", "<import/list/lookup.hpp>", "tests include what they like"),
 ]
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 #include "observed_entries.hpp"
 
+#include "make_entries.hpp"
+
 #include <cstddef>
 #include <memory>
 #include <utility>
@@ -52,6 +54,18 @@ Outcome describe(InvalidImportEntry const& entry) {
     }
     outcome.isWarning = entry.isWarning();
     return outcome;
+}
+
+lf::import::ImportEntry makeEntry(Outcome const& entry) {
+    if (entry.kind == OutcomeKind::Package) {
+        return makePackage(entry.specifier, entry.introducedName);
+    }
+    if (entry.kind == OutcomeKind::Wildcard) {
+        return WildcardImportEntry(
+            lf::import::WildcardImportArgument{entry.rootElement, entry.rawArgument, {}});
+    }
+    return FullyQualifiedImportEntry(lf::import::FullyQualifiedImportArgument{
+        entry.rootElement, entry.introducedName, entry.rawArgument, {}});
 }
 
 namespace {

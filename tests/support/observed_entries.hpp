@@ -22,6 +22,9 @@ model::Outcome describe(lf::import::WildcardImportEntry const& entry);
 model::Outcome describe(lf::import::PackageImportEntry const& entry);
 model::Outcome describe(lf::import::InvalidImportEntry const& entry);
 
+/// The valid entry of which \p entry says all that can be read out of it.
+lf::import::ImportEntry makeEntry(model::Outcome const& entry);
+
 /// Everything that can be read out of \p entries.
 ///
 /// \throws std::bad_variant_access for a message argument that is not UTF-16 text.

@@ -2,7 +2,6 @@
 #include "twin_lists.hpp"
 
 #include "foreign_import_list.hpp"
-#include "make_entries.hpp"
 #include "observed_entries.hpp"
 
 #include <functional>
@@ -98,18 +97,6 @@ std::string question(char const* operation, Reach reach) {
 
 IImportList::CheckAncestorList asCheck(Reach reach) {
     return static_cast<IImportList::CheckAncestorList>(reach);
-}
-
-ImportEntry makeEntry(Outcome const& entry) {
-    if (entry.kind == OutcomeKind::Package) {
-        return makePackage(entry.specifier, entry.introducedName);
-    }
-    if (entry.kind == OutcomeKind::Wildcard) {
-        return WildcardImportEntry(
-            lf::import::WildcardImportArgument{entry.rootElement, entry.rawArgument, {}});
-    }
-    return FullyQualifiedImportEntry(lf::import::FullyQualifiedImportArgument{
-        entry.rootElement, entry.introducedName, entry.rawArgument, {}});
 }
 
 Outcome emptied(Outcome const& entry) {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSL-1.0
 
+#include <host/host.hpp>
 #include <import/import.hpp>
 
 #include <iostream>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <variant>
@@ -17,8 +17,7 @@ int main() {
     auto const& [entry, index] =
         std::get<std::pair<FullyQualifiedImportEntry, ImportArgumentIndex>>(parser->parse().at(0));
 
-    std::ostringstream text;
-    text << entry;
-    std::cout << text.str() << '\n';
-    return text.str() == "a.b.c" && index == 0 ? 0 : 1;
+    std::string const text = host::toUtf8(entry);
+    std::cout << text << '\n';
+    return text == "a.b.c" && index == 0 ? 0 : 1;
 }
