@@ -1,14 +1,14 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: BSL-1.0
-"""Checks that includes point one way: each source file includes only what its room may.
+"""Checks the direction of includes: each source file includes only what its layer may.
 
-ROOMS is the table of rooms and of what they may include; docs/architecture.md shows it, and a picture of what they
-do include.
+LAYERS is the table of layers and what they may include; docs/architecture.md shows it, with a picture of what they do
+include.
 
     check_includes.py [--write] [ROOT]
 
---write writes table and picture in ROOT/docs/architecture.md anew. ROOT is the project's folder if nothing else is
-said. Exit status 1 when a file includes what it may not, or the document shows something else.
+--write updates table and picture in ROOT/docs/architecture.md. ROOT defaults to the project's folder. Exit status 1 if
+a file includes what it may not, or the document differs.
 """
 
 import argparse
@@ -19,48 +19,49 @@ from dataclasses import dataclass
 from pathlib import Path, PurePosixPath
 
 DOCUMENT = "docs/architecture.md"
-PLACE = re.compile(r"(?s)(<!-- begin (rooms|picture) -->\n).*?(<!-- end \2 -->)")
+PLACE = re.compile(r"(?s)(<!-- begin (layers|picture) -->\n).*?(<!-- end \2 -->)")
 
 EVERYTHING = "everything"
 
 
 @dataclass(frozen=True)
-class Room:
+class Layer:
     name: str
     files: re.Pattern
     contents: str
     may_include: tuple = ()
 
 
-def room(name, files, contents, *may_include):
-    return Room(name, re.compile(files), contents, may_include)
+def layer(name, files, contents, *may_include):
+    return Layer(name, re.compile(files), contents, may_include)
 
 
-# A file is in the first room whose pattern its path matches. A room may include itself and those it names, all of
-# which stand above it, so that no two can include each other.
-ROOMS = (
-    room("platform headers", r"platform/.*\.hpp", "the nine services of the host language: the reference"),
-    room("platform sources", r"platform/.*\.cpp", "what stands behind them", "platform headers", "Boost", "ICU"),
-    room("import/platform.hpp", r"import/platform\.hpp", "the one door to the host's headers", "platform headers"),
-    room("import public headers", r"import/\w+\.hpp", "what is installed: the value model, the interfaces",
-         "import/platform.hpp", "range-v3"),
-    room("import sources", r"import/(diagnostics/)?\w+\.[ch]pp", "the value model, the makers of messages, rendering",
-         "import public headers", "import/platform.hpp", "Boost"),
-    room("import/parser", r"import/parser/.*", "classification, the parser, the command grammar",
-         "import sources", "import public headers", "import/platform.hpp"),
-    room("import/list", r"import/list/.*", "the list, lookup, adding, enumeration",
-         "import sources", "import public headers", "import/platform.hpp", "range-v3", "xxHash"),
-    room("host kit", r"host/.*", "what every host writes around the library: headers alone",
-         "import public headers", "import/platform.hpp"),
-    room("own platform", r"examples/own_platform/platform/.*", "a platform of another language, for the porting guide"),
-    room("own platform's programs", r"examples/own_platform/.*", "a host of that language, and the test of a platform",
-         "own platform", "host kit", "import public headers"),
-    room("examples", r"examples/.*", "hosts of the library", "host kit", "import public headers"),
-    room("tools", r"tools/.*", "import_explorer, a host with reports for people and programs", "host kit",
-         "import public headers", "platform headers", "range-v3", "ICU"),
-    room("tests", r"tests/.*", "tests, the literal model, platforms that record or differ", EVERYTHING),
-    room("fuzz", r"fuzz/.*", "fuzz targets", EVERYTHING),
-    room("benchmarks", r"benchmarks/.*", "benchmarks, and what they compare with", EVERYTHING),
+# A file is in the first layer whose pattern its path matches. A layer may include itself and those it names, which
+# precede it, so that no two can include each other.
+LAYERS = (
+    layer("platform headers", r"platform/.*\.hpp", "the reference implementation of the nine host services"),
+    layer("platform sources", r"platform/.*\.cpp", "their implementation", "platform headers", "Boost", "ICU"),
+    layer("import/platform.hpp", r"import/platform\.hpp", "the only header that includes the host's",
+          "platform headers"),
+    layer("import public headers", r"import/\w+\.hpp", "the installed headers: value model and interfaces",
+          "import/platform.hpp", "range-v3"),
+    layer("import sources", r"import/(diagnostics/)?\w+\.[ch]pp", "the value model, creation of messages, rendering",
+          "import public headers", "import/platform.hpp", "Boost"),
+    layer("import/parser", r"import/parser/.*", "classification, the parser, the command grammar",
+          "import sources", "import public headers", "import/platform.hpp"),
+    layer("import/list", r"import/list/.*", "the list, lookup, adding, enumeration",
+          "import sources", "import public headers", "import/platform.hpp", "range-v3", "xxHash"),
+    layer("host kit", r"host/.*", "what every host writes around the library: headers alone",
+          "import public headers", "import/platform.hpp"),
+    layer("own platform", r"examples/own_platform/platform/.*", "the platform of another language, as an example"),
+    layer("own platform's programs", r"examples/own_platform/.*", "a host of that language, and the test of a platform",
+          "own platform", "host kit", "import public headers"),
+    layer("examples", r"examples/.*", "hosts of the library", "host kit", "import public headers"),
+    layer("tools", r"tools/.*", "import_explorer, a host with reports for people and programs", "host kit",
+          "import public headers", "platform headers", "range-v3", "ICU"),
+    layer("tests", r"tests/.*", "tests, the reference model, other platforms", EVERYTHING),
+    layer("fuzz", r"fuzz/.*", "fuzz targets", EVERYTHING),
+    layer("benchmarks", r"benchmarks/.*", "benchmarks and their baselines", EVERYTHING),
 )
 
 LIBRARIES = {"unicode/": "ICU", "range/v3/": "range-v3", "boost/": "Boost", "xxhash.h": "xxHash"}
@@ -68,7 +69,7 @@ LIBRARIES = {"unicode/": "ICU", "range/v3/": "range-v3", "boost/": "Boost", "xxh
 # Headers that nobody includes, and why not.
 UNWANTED = {
     r"range/v3/all\.hpp": "all of range-v3 takes seconds to compile",
-    r"bits/.*": "these are the standard library's insides",
+    r"bits/.*": "these are internal to the standard library",
 }
 
 # Where <...> is looked for; another platform's own headers come first in its project.
@@ -76,8 +77,8 @@ ROOTS = (".", "platform", "tools", "tests")
 OWN_PLATFORM = "examples/own_platform"
 
 
-def room_of(path):
-    return next((each for each in ROOMS if each.files.fullmatch(path)), None)
+def layer_of(path):
+    return next((each for each in LAYERS if each.files.fullmatch(path)), None)
 
 
 def includes_of(text):
@@ -95,16 +96,16 @@ def file_meant(root, path, include):
 
 
 def target_of(root, path, include):
-    """The room or library that an include leads to; none for the standard library and the like."""
+    """The layer or library that an include leads to; none for the standard library and the like."""
     if found := file_meant(root, path, include):
-        return room_of(found).name
+        return layer_of(found).name
     return next((library for prefix, library in LIBRARIES.items() if include[1:].startswith(prefix)), None)
 
 
 def problems_of_file(root, path):
-    if room_of(path) is None:
-        return [f"{path}: is in no room of scripts/check_includes.py"]
-    source = room_of(path)
+    if layer_of(path) is None:
+        return [f"{path}: belongs to no layer of scripts/check_includes.py"]
+    source = layer_of(path)
     problems = []
     for include in includes_of((root / path).read_text()):
         problems += [f"{path}: includes {include}: {reason}"
@@ -116,10 +117,10 @@ def problems_of_file(root, path):
 
 
 def problems_of_table():
-    """Whatever a room includes stands above it."""
+    """What a layer includes precedes it."""
     known = {EVERYTHING, *LIBRARIES.values()}
     problems = []
-    for each in ROOMS:
+    for each in LAYERS:
         problems += [f"{each.name} may include {name}, which does not stand above it"
                      for name in each.may_include if name not in known]
         known.add(each.name)
@@ -127,16 +128,16 @@ def problems_of_table():
 
 
 def table():
-    rows = ["| room | what is there | may include |", "| --- | --- | --- |"]
-    rows += [f"| {each.name} | {each.contents} | {', '.join(each.may_include) or 'nothing else'} |" for each in ROOMS]
+    rows = ["| layer | what is there | may include |", "| --- | --- | --- |"]
+    rows += [f"| {each.name} | {each.contents} | {', '.join(each.may_include) or 'nothing else'} |" for each in LAYERS]
     return "".join(f"{row}\n" for row in rows)
 
 
 def arrows(root):
-    """Which room does include which, and which library; without those that may include everything."""
+    """Which layer does include which, and which library; without those that may include everything."""
     return {(source.name, target)
             for path in source_files(root)
-            if (source := room_of(path)) and EVERYTHING not in source.may_include
+            if (source := layer_of(path)) and EVERYTHING not in source.may_include
             for include in includes_of((root / path).read_text())
             if (target := target_of(root, path, include)) not in (None, source.name)}  # fmt: skip
 
@@ -145,8 +146,8 @@ def is_detour(arrow, others):
     """Whether other arrows lead from one end of an arrow to the other."""
     reached, pending = set(), [arrow[0]]
     while pending:
-        room = pending.pop()
-        steps = {target for source, target in others - {arrow} if source == room} - reached
+        layer = pending.pop()
+        steps = {target for source, target in others - {arrow} if source == layer} - reached
         reached |= steps
         pending += steps
     return arrow[1] in reached
@@ -166,8 +167,8 @@ def picture(root):
 
 
 def source_files(root):
-    rooms = {"platform", "import", "host", "examples", "tools", "tests", "fuzz", "benchmarks"}
-    return sorted(path.relative_to(root).as_posix() for folder in rooms for path in (root / folder).rglob("*.[ch]pp"))
+    layers = {"platform", "import", "host", "examples", "tools", "tests", "fuzz", "benchmarks"}
+    return sorted(path.relative_to(root).as_posix() for folder in layers for path in (root / folder).rglob("*.[ch]pp"))
 
 
 def problems_of(root):
@@ -184,13 +185,13 @@ def main():
 
     problems = problems_of(options.root)
     document = options.root / DOCUMENT
-    shown = {"rooms": table(), "picture": picture(options.root)}
+    shown = {"layers": table(), "picture": picture(options.root)}
     text = document.read_text()
     actual = PLACE.sub(lambda place: place[1] + shown[place[2]] + place[3], text)
     if options.write:
         document.write_text(actual)
     elif actual != text or set(shown) != {place[2] for place in PLACE.finditer(text)}:
-        problems.append(f"{DOCUMENT}: table or picture of the rooms is another; scripts/check_includes.py --write")
+        problems.append(f"{DOCUMENT}: table or picture of the layers is outdated: scripts/check_includes.py --write")
     print("\n".join(problems), end="\n" if problems else "")
     sys.exit(1 if problems else 0)
 

@@ -11,11 +11,12 @@ SCRIPT = Path(__file__).resolve().parents[2] / "scripts/check_includes.py"
 DOCUMENT = "docs/architecture.md"
 
 # A file of each kind, all of them empty.
-HOUSE = """
+PROJECT_FILES = """
     platform/lf/util/identifier.hpp platform/lf/util/identifier.cpp
     import/platform.hpp import/entries.hpp import/entries.cpp import/diagnostics/make_msg_id.hpp
     import/parser/classification.hpp import/parser/classification.cpp import/list/lookup.hpp import/list/lookup.cpp
-    host/text.hpp tools/import_explorer/main.cpp examples/own_platform/main.cpp examples/own_platform/platform/lfu/words.hpp
+    host/text.hpp tools/import_explorer/main.cpp examples/own_platform/main.cpp
+    examples/own_platform/platform/lfu/words.hpp
     tests/support/rows.hpp tests/import/entries_test.cpp
 """.split()
 
@@ -25,10 +26,10 @@ WRONG = [
     ("platform/lf/util/identifier.hpp", "<unicode/uchar.h>", "ICU stays in the platform's sources"),
     ("import/entries.cpp", "<unicode/uchar.h>", "and out of the library"),
     ("import/list/lookup.cpp", "<unicode/uchar.h>", "all of it"),
-    ("import/entries.hpp", "<lf/util/identifier.hpp>", "there is one door to the host"),
+    ("import/entries.hpp", "<lf/util/identifier.hpp>", "only one header includes the host's"),
     ("import/parser/classification.cpp", "<lf/util/identifier.hpp>", "for private files as well"),
     ("import/entries.hpp", "<import/diagnostics/make_msg_id.hpp>", "public headers do not include private ones"),
-    ("import/entries.hpp", "<import/list/lookup.hpp>", "of either room"),
+    ("import/entries.hpp", "<import/list/lookup.hpp>", "of either kind"),
     ("import/entries.cpp", "<import/list/lookup.hpp>", "the value model knows no list"),
     ("import/parser/classification.cpp", "<import/list/lookup.hpp>", "the parser knows no list"),
     ("import/list/lookup.cpp", "<import/parser/classification.hpp>", "the list knows no parser"),
@@ -47,10 +48,10 @@ WRONG = [
 
 RIGHT = [
     ("platform/lf/util/identifier.cpp", "<unicode/uchar.h>", "the platform's sources use ICU"),
-    ("import/platform.hpp", "<lf/util/identifier.hpp>", "the door leads somewhere"),
+    ("import/platform.hpp", "<lf/util/identifier.hpp>", "it includes the host's headers"),
     ("import/entries.hpp", "<import/platform.hpp>", "public headers go through it"),
     ("import/parser/classification.cpp", "<import/diagnostics/make_msg_id.hpp>", "the parser makes messages"),
-    ("import/list/lookup.cpp", "<import/list/lookup.hpp>", "a room may include itself"),
+    ("import/list/lookup.cpp", "<import/list/lookup.hpp>", "a layer may include itself"),
     ("import/entries.cpp", "<vector>", "the standard library is everybody's"),
     ("examples/own_platform/main.cpp", "<lfu/words.hpp>", "a host includes its own platform"),
     ("host/text.hpp", "<import/entries.hpp>", "the host kit is on the public headers"),
@@ -64,9 +65,10 @@ class IncludesPointOneWay(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.root = Path(folder.name)
-        for path in [*HOUSE, DOCUMENT]:
+        for path in [*PROJECT_FILES, DOCUMENT]:
             self.write(path, "")
-        self.write(DOCUMENT, "<!-- begin picture -->\n<!-- end picture -->\n<!-- begin rooms -->\n<!-- end rooms -->\n")
+        places = [f"<!-- begin {place} -->\n<!-- end {place} -->\n" for place in ("picture", "layers")]
+        self.write(DOCUMENT, "".join(places))
         self.check("--write")
 
     def write(self, path, text):
@@ -114,19 +116,19 @@ class IncludesPointOneWay(unittest.TestCase):
 
     def test_another_table_in_the_document(self):
         self.write(DOCUMENT, (self.root / DOCUMENT).read_text().replace("ICU", "nothing"))
-        self.assert_wrong("picture of the rooms is another")
+        self.assert_wrong("picture of the layers is outdated")
 
     def test_another_picture_in_the_document(self):
         self.write("import/platform.hpp", "#include <lf/util/identifier.hpp>\n")
-        self.assert_wrong("picture of the rooms is another")
+        self.assert_wrong("picture of the layers is outdated")
 
     def test_a_document_without_table(self):
         self.write(DOCUMENT, "")
-        self.assert_wrong("picture of the rooms is another")
+        self.assert_wrong("picture of the layers is outdated")
 
-    def test_a_file_in_no_room(self):
+    def test_a_file_in_no_layer(self):
         self.write("import/new/file.cpp", "")
-        self.assert_wrong("import/new/file.cpp: is in no room")
+        self.assert_wrong("import/new/file.cpp: belongs to no layer")
 
 
 if __name__ == "__main__":
