@@ -232,7 +232,7 @@ def print_text(description):
 
 
 def print_list(value):
-    """Of a list of another make, or without debug information of the library, only the interface is known."""
+    """Of a foreign list, or without debug information of the library, only the interface is known."""
     dynamic_type = value.dynamic_type
     is_known = dynamic_type.strip_typedefs().unqualified().name == "lf::import::ImportList"
     return ListPrinter(view_as(value, dynamic_type)) if is_known else None

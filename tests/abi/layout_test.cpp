@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// The layout of the public value types: what hosts have compiled into them. The order of members
-/// is pinned for every standard library; for libstdc++ on 64-bit machines, where the library is
-/// released, the very bytes are.
+/// The layout of the public value types, which hosts compile in. The order of members is pinned for
+/// every standard library, and sizes and offsets for libstdc++ on 64-bit machines.
 
 #include <import/import.hpp>
 
@@ -55,7 +54,7 @@ static_assert(takes<Behavior, 4, 4>);
 static_assert(takes<EntryOrigin, 4, 4>);
 static_assert(takes<IImportList::CheckAncestorList, 4, 4>);
 
-// These depend on the host's specifier; what is pinned is the reference platform's.
+// These depend on the host's specifier; here it is that of the reference platform.
 static_assert(takes<PackageSpecifier, 56>);
 static_assert(takes<VersionedPackageImportArgument, 56>);
 static_assert(takes<PackageImportEntry, 88>);
@@ -65,8 +64,8 @@ static_assert(takes<ParsedImportEntry, 112>);
 
 #endif
 
-// Not all records have what the language calls a standard layout, and with it offsets: it depends
-// on the standard library and the compiler.
+// Whether a record has a standard layout, and so offsets, depends on the standard library and the
+// compiler.
 template <typename Record, typename Member>
 std::ptrdiff_t offsetOf(Record const& record, Member const& member) {
     return reinterpret_cast<char const*>(&member) - reinterpret_cast<char const*>(&record);
@@ -100,8 +99,8 @@ TEST(Layout, OfWhatALookupFindsIsEntryOrigin) {
     EXPECT_EQ(offsetOf(package, package.origin), sizeof(void*)) << "behind the reference";
 }
 
-// The members of entries are private. A short text lies within its string, and the string where the
-// member is, so the views tell the order of the members.
+// The members of entries are private. A short text is stored inside its string, so the addresses of
+// the views show the order of the members.
 template <typename Entry>
 bool isWithinMember(Entry const& entry, std::u16string_view view, std::size_t offset) {
     auto const* const member = reinterpret_cast<char const*>(&entry) + offset;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// The slots of the interfaces' virtual functions: hosts that were built against an older library
-/// call by them.
+/// The slots of the interfaces' virtual functions, which hosts built against an older library use.
 
 #include <import/import.hpp>
 
@@ -14,9 +13,9 @@
 namespace lf::import {
 namespace {
 
-// What a pointer to a virtual member function holds, in the two ways of the common ABI: the offset
-// of its entry in the table, and where it is told that it is virtual: by one more in the offset,
-// or, where addresses of functions can be odd, by one in twice the adjustment of the object.
+// A pointer to a virtual member function in the two variants of the common ABI: it holds the offset
+// of the entry in the table. A bit marks it as virtual: the lowest of the offset or, where
+// addresses of functions can be odd, the lowest of twice the adjustment of the object.
 #if defined(__arm__) || defined(__aarch64__)
 constexpr std::ptrdiff_t virtualOffset = 0;
 constexpr std::ptrdiff_t virtualAdjustment = 1;

@@ -64,7 +64,7 @@ CASES = [
     ("movedFromInvalid", "diagnostic <empty>", "a moved-from diagnostic has no message"),
     (memory("zeros", "WildcardImportEntry"), "<moved from>", "zeros cannot be told from an empty text"),
     (memory("zeros", "InvalidImportEntry"), "diagnostic <empty>", "nor from an empty holder"),
-    (memory("zeros", "IImportList"), "{_vptr.IImportList = 0x0}", "a list of unknown make is gdb's own affair"),
+    (memory("zeros", "IImportList"), "{_vptr.IImportList = 0x0}", "a list of unknown type is left to gdb"),
     (memory("ascending", "FullyQualifiedImportEntry"), NO_MEMORY, "a text that leads nowhere"),
     (memory("ascending", "WildcardImportEntry"), NO_MEMORY, "a text that leads nowhere"),
     (memory("ascending", "PackageImportEntry"), NO_MEMORY, "a text that leads nowhere"),

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// A list of another make that one library defines and others know.
+/// A foreign list that one library defines and others know.
 
 #include <support/wrapped_import_list.hpp>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Loads the two libraries, each for itself alone, and lets each throw to the other and look at the
-/// other's lists. Prints a line for each check; fails when one does.
+/// Loads two libraries with local symbols, and lets each catch the other's exceptions and use the
+/// other's lists. Prints a line for each check; fails if one does.
 ///
 /// Has no test framework, so that it can be built with any standard library.
 
@@ -56,11 +56,11 @@ void checkExceptions(Side const& thrower, Side const& catcher, std::string const
 
 void checkLists(Side const& maker, Side const& user, std::string const& where) {
     List const foreign = maker.makeForeignList();
-    check("a list of another make is told by dynamic_cast " + where, user.isForeign(foreign));
-    check("a list of another make is asked as parent " + where, user.isSeenInside(foreign));
+    check("a foreign list is recognised by dynamic_cast " + where, user.isForeign(foreign));
+    check("a foreign list is asked as parent " + where, user.isSeenInside(foreign));
 
     List const own = maker.makeList();
-    check("a list of the library is not of another make " + where, !user.isForeign(own));
+    check("a list of the library is not foreign " + where, !user.isForeign(own));
     check("a list of the library is asked as parent " + where, user.isSeenInside(own));
 }
 

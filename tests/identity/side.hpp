@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What each of the two libraries does: throws, catches, makes lists and looks at them.
+/// The functions of each of the two libraries: throw, catch, create and inspect lists.
 
 #include <memory>
 
@@ -14,13 +14,13 @@ class IImportList;
 
 namespace identity {
 
-/// Nothing of a list is known to the program that passes it from library to library.
+/// A list as the program sees it, which passes it from one library to the other.
 using List = std::shared_ptr<lf::import::IImportList const>;
 
 /// Throws something.
 using Thrower = void (*)();
 
-/// Whether what a thrower throws is caught as it is to be.
+/// Whether the exception of a thrower is caught as expected.
 using Catcher = bool (*)(Thrower thrower);
 
 struct Side {
@@ -34,17 +34,17 @@ struct Side {
     Catcher catchInvalidSpecifier;
     Catcher catchInvalidSpecifierAsStandardException;
 
-    /// Makes a list of another make, with the package `p` in it.
+    /// Creates a foreign list that contains the package `p`.
     List (*makeForeignList)();
-    /// Makes a list of the library, with the package `p` in it.
+    /// Creates a list of the library that contains the package `p`.
     List (*makeList)();
-    /// Whether the list is found to be of another make, also as the parent of another list.
+    /// Whether the list is recognised as foreign, also as the parent of another list.
     bool (*isForeign)(List const& list);
     /// Whether a list inside of the list sees the package `p`.
     bool (*isSeenInside)(List const& list);
 };
 
-/// The name of the function without arguments that answers the Side of a library.
+/// The name of the function without arguments that returns the Side of a library.
 inline constexpr char const* sideFunction = "identity_side";
 
 } // namespace identity

@@ -33,7 +33,7 @@ static_assert(std::is_nothrow_move_assignable_v<ParsedImportEntry>);
 static_assert(std::has_virtual_destructor_v<IImportArgumentParser>);
 static_assert(std::is_abstract_v<IImportArgumentParser>);
 
-// What implementations and hosts may do with the interface.
+// What implementations of the interface and hosts can do with it.
 class OtherParser final : public IImportArgumentParser {
   public:
     std::vector<ParsedImportEntry>& parse() override { return entries; }

@@ -46,7 +46,7 @@ static_assert(
                                 PackageNameImportArgument, VersionedPackageImportArgument,
                                 AsClauseImportArgument, InvalidImportArgument, IgnoredArgument>>);
 
-// Fits no small-string buffer, so that a move has something to leave behind.
+// Too long for the small-string buffer, so that a move empties the source.
 std::u16string const longText(100, u'x');
 
 GenericMsgIDHolder message(std::string const& key) {

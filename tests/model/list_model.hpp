@@ -2,14 +2,14 @@
 #pragma once
 
 /// \file
-/// The rules of import lists in their most literal reading, to hold the library against.
+/// The rules of import lists in their most literal form, to compare the library with.
 ///
 /// Written for comparison, not for speed: every question recurses through the chain exactly as the
-/// rules are worded, so that a name that nobody holds costs twice as much with every further list.
-/// Nothing of the library is used.
+/// rules say, so that the cost of a missing name is exponential in the number of lists. Uses
+/// nothing of the library.
 ///
 /// Entries are Outcomes of the three valid kinds, a refusal is an Outcome of the kind Invalid;
-/// their index is 0 and means nothing here.
+/// their index is 0.
 
 #include "outcome.hpp"
 
@@ -22,7 +22,7 @@
 
 namespace model {
 
-/// How far a question reaches. Exactly 1 includes the ancestors, all other values do not.
+/// Whether a question includes the ancestors: only if the value is 1.
 using Reach = std::int32_t;
 
 inline constexpr Reach thisListOnly = 0;
@@ -37,15 +37,15 @@ struct Found {
     Origin origin{};
 };
 
-/// The list of one scope, of whatever make. Pointers to entries are valid until the list that holds
-/// them is added to.
+/// The list of one scope, the library's or foreign. Pointers to entries are valid until the list
+/// that holds them is added to.
 class List {
   public:
     List() = default;
     List& operator=(List const&) = delete;
     virtual ~List() = default;
 
-    /// Stores the entry, skips it or says why not.
+    /// Stores the entry, skips it or returns why it is refused.
     virtual std::optional<Outcome> addDynamic(Outcome const& entry) = 0;
     virtual std::optional<Outcome> addStatic(Outcome const& entry) = 0;
 
@@ -68,21 +68,21 @@ class List {
 /// An empty list that follows the rules; \p parent may be null.
 std::unique_ptr<List> createList(std::shared_ptr<List const> parent);
 
-/// What a list of another make does with its parent.
+/// How a foreign list treats its parent.
 struct ForeignManners {
     /// Whether questions that reach the ancestors are passed on to the parent.
     bool asksParent = true;
-    /// Whether the parent is named when somebody asks for it.
+    /// Whether getParent returns the parent.
     bool namesParent = true;
-    /// What is said to be the origin of an entry of the list's own.
+    /// The origin that is returned for an own entry.
     Origin ownOrigin = Origin::ThisList;
 
     friend bool operator==(ForeignManners const&, ForeignManners const&) = default;
 };
 
-/// An empty list of another make, which knows no conflicts and hides nothing: it stores all that it
+/// An empty foreign list, which detects no conflicts and hides nothing: it stores all that it
 /// is given, a lookup answers with the first entry that introduces the name, and the parent's
-/// answers are passed on as they are. \p parent may be null.
+/// answers are passed on unchanged. \p parent may be null.
 std::unique_ptr<List> createForeignList(std::shared_ptr<List const> parent,
                                         ForeignManners const& manners);
 

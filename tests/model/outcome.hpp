@@ -2,8 +2,7 @@
 #pragma once
 
 /// \file
-/// What one element of a parse result says, as plain data: the form in which model and library are
-/// compared.
+/// An element of a parse result as plain data, in which model and library are compared.
 
 #include <cstdint>
 #include <ostream>
@@ -15,7 +14,7 @@ namespace model {
 /// The four kinds of element.
 enum class OutcomeKind : std::uint8_t { FullyQualified, Wildcard, Package, Invalid };
 
-/// One element. Texts that its kind does not have are empty.
+/// One element. Texts that do not apply to its kind are empty.
 struct Outcome {
     OutcomeKind kind{};
     /// The argument that the element belongs to.
@@ -38,10 +37,10 @@ struct Outcome {
 };
 
 /// \p text in quotes, everything but plain ASCII as `\uXXXX`, so that unpaired surrogates and
-/// look-alikes can be told apart.
+/// look-alikes are distinguishable.
 std::string quoted(std::u16string const& text);
 
-/// One line for a person to read.
+/// One line of readable text.
 std::ostream& operator<<(std::ostream& stream, Outcome const& outcome);
 
 } // namespace model

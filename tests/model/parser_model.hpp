@@ -2,11 +2,10 @@
 #pragma once
 
 /// \file
-/// The rules of the `import` command in their most literal reading, to hold the library against.
+/// The rules of the `import` command in their most literal form, to compare the library with.
 ///
-/// Written for comparison, not for speed: the arguments are classified one by one into flat
-/// records, and the command grammar is one function per rule. Nothing of the library is used, only
-/// the host's services.
+/// Written for comparison, not for speed, as tables of rules. Uses nothing of the library, only the
+/// host's services.
 
 #include "outcome.hpp"
 
@@ -15,7 +14,7 @@
 
 namespace model {
 
-/// What the command with these arguments means.
+/// The meaning of the command with these arguments.
 ///
 /// \throws what the host's services throw, except that a refused specifier of an argument with an
 ///         `@` is an outcome.

@@ -13,8 +13,8 @@
 
 namespace recording_platform {
 
-/// Questions go to the log of the platform's recorder, under the tree's name. Can be changed at any
-/// time, also while it is being read.
+/// Logs questions in the platform's recorder, under the tree's name. You can change the tree at any
+/// time, even while it is read.
 class RecordingTree final : public lf::astapi::ISyntaxTree {
   public:
     /// A command with these arguments, all of them of this tree.
@@ -24,13 +24,13 @@ class RecordingTree final : public lf::astapi::ISyntaxTree {
     /// The node of the command.
     lf::astapi::ImportCommandView command() const { return {this, commandNode}; }
 
-    /// Adds an argument to the command and answers its node.
+    /// Adds an argument to the command and returns its node.
     lf::astapi::ArgumentNode append(std::u16string text);
 
     /// Adds an argument to the command that belongs to another tree.
     void append(lf::astapi::ArgumentNode foreign) { arguments.push_back(foreign); }
 
-    /// Takes the last argument from the command.
+    /// Removes the last argument of the command.
     void removeLast() { arguments.pop_back(); }
 
     std::size_t getNumberOfArguments(lf::astapi::NodeHandle askedCommand) const override;
@@ -39,7 +39,7 @@ class RecordingTree final : public lf::astapi::ISyntaxTree {
     std::u16string getText(lf::astapi::NodeHandle askedArgument) const override;
 
     static constexpr lf::astapi::NodeHandle commandNode = 70;
-    /// The first argument's; those behind it count on.
+    /// The node of the first argument; the following ones are consecutive.
     static constexpr lf::astapi::NodeHandle firstArgumentNode = 100;
 
   private:

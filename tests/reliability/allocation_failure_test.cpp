@@ -2,7 +2,7 @@
 
 /// \file
 /// Memory runs out at every allocation of every public operation, for that allocation only and for
-/// all that follow: std::bad_alloc comes out, nothing leaks, and what existed before is as it was.
+/// all that follow: std::bad_alloc is thrown, nothing leaks, and nothing that existed changes.
 
 #include <support/allocations.hpp>
 #include <support/foreign_import_list.hpp>
@@ -711,7 +711,7 @@ Scopes makeScopes(std::shared_ptr<IImportList> outermost = createImportList(null
     return scopes;
 }
 
-/// The same, with a list of another make outermost.
+/// The same, with a foreign list outermost.
 Scopes makeScopesInAForeignOne() {
     return makeScopes(
         std::make_shared<support::ForeignImportList>(nullptr, model::ForeignManners{}));
@@ -864,9 +864,8 @@ struct Printing {
     static Texts observe(Printing const& objects) { return fieldsOf(objects.entry); }
 };
 
-/// A failure while a text is made comes out by itself. One while the text is written is the
-/// stream's: it catches the exception, is bad from then on, and lets the exception out if it is
-/// told to.
+/// A failure while a text is made passes through. If writing fails, the stream catches the
+/// exception, sets its bad bit, and rethrows only if it is asked to.
 template <typename Char>
 void failPrinting(ImportEntry const& entry) {
     using Objects = Printing<Char>;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Sizes that no person writes but a generator or an attacker may.
+/// Sizes that a generator or an attacker may produce.
 
 #include <model/parser_model.hpp>
 #include <support/make_entries.hpp>
@@ -35,7 +35,7 @@ using Arguments = std::vector<std::u16string>;
 
 class ANameOfTenMegabytes : public testing::Test {
   protected:
-    // Begins in ASCII and does not stay in it.
+    // Starts in ASCII and continues outside of it.
     std::u16string const name = std::u16string(4'999'999, u'n') + u'\u00FC';
 };
 
@@ -142,7 +142,7 @@ TEST(AListOfAMillionEntries, AnswersEveryQuestion) {
     EXPECT_EQ(list->clone()->getNumberOfEntries(No), 1'000'002U);
 }
 
-// Generated code nests this deep; nothing may recurse on an ordinary stack.
+// Generated code can nest this deep, so nothing may recurse.
 class AChainOfAHundredThousandLists : public testing::Test {
   protected:
     static constexpr int depth = 100'000;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Lists that nobody adds to, read by many threads at once, and parsers that each thread has for
-/// itself. Under the thread sanitizer this shows that readers write nothing that they share.
+/// Many threads read lists that nobody adds to, and each has its own parsers. Under the thread
+/// sanitizer this shows that readers share no data that they write.
 
 #include <support/make_entries.hpp>
 
@@ -35,7 +35,7 @@ constexpr int numberOfThreads = 8;
 constexpr int numberOfRounds = 20;
 constexpr int depth = 128;
 
-/// What \p read answers to one thread alone is what it must answer to each of many, time and again.
+/// \p read must return the same to each of many threads, every time, as to a single thread.
 template <typename Read>
 void expectTheSameInManyThreads(Read const& read) {
     std::latch start(numberOfThreads);

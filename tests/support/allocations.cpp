@@ -7,7 +7,7 @@
 #include <limits>
 #include <new>
 
-// In a file of their own, since g++ takes inlined halves of the pair for a mismatch.
+// In a separate file, since g++ reports a mismatch when it inlines only one of the pair.
 
 namespace {
 
@@ -84,8 +84,7 @@ bool FailingAllocations::hasFailed() const noexcept {
 
 } // namespace support
 
-// Whoever replaces one form of new replaces them all: a sanitizer's own would not match this
-// delete.
+// All forms of new are replaced, since a sanitizer's own would not match this delete.
 void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
     return allocate(size);
 }

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Counts the allocations of a program, and lets them fail; each thread has counts of its own. A
-/// program that has this is built with its replacement of the global operator new.
+/// Counts the allocations of a program and makes them fail; each thread has its own counts. Linking
+/// it replaces the global operator new.
 
 #include <cstddef>
 #include <cstdint>
@@ -13,15 +13,15 @@ namespace support {
 /// The number of allocations that this thread has made, failed ones included.
 std::size_t countAllocations() noexcept;
 
-/// The number of those that it has not given back.
+/// The number of those that are not freed yet.
 std::size_t countLiveAllocations() noexcept;
 
 /// The number of bytes in these, as the allocator rounds them up.
 std::size_t countLiveBytes() noexcept;
 
-/// How memory runs out.
+/// The ways in which memory can run out.
 enum class Shortage : std::uint8_t {
-    /// One allocation fails, and there is room again.
+    /// One allocation fails; later ones succeed.
     Passing,
     /// Every allocation fails from the first failure on.
     Lasting,

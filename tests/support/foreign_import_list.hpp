@@ -47,7 +47,7 @@ class DelegatingImportList final : public WrappedImportList {
     mutable QuestionCounts counts;
 };
 
-/// A list of another make with answers of its own; model::createForeignList says which.
+/// A foreign list with answers of its own; model::createForeignList says which.
 class ForeignImportList final : public lf::import::IImportList {
   public:
     ForeignImportList(std::shared_ptr<IImportList const> enclosing,

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Programs that make lists and add to them, made of arbitrary choices; after every step each list
-/// must answer as its twin in the model does.
+/// Random programs that create lists and add to them. After every step each list must answer as its
+/// twin in the model does.
 
 #include <support/twin_lists.hpp>
 
@@ -18,7 +18,7 @@
 namespace support {
 
 inline constexpr std::size_t maximalNumberOfSteps = 20;
-/// The model's effort doubles with every list of a chain.
+/// The model's cost is exponential in the length of a chain.
 inline constexpr std::size_t maximalNumberOfLists = 7;
 
 /// Makes a list; counted inward, 0 is the list made last, and the first that does not exist is no
@@ -42,7 +42,7 @@ using ListStep = std::variant<AddStep, CreateStep, CloneStep>;
 
 struct ListProgram {
     std::vector<ListStep> steps;
-    /// With which the lists are asked besides model::withAncestors.
+    /// Used for questions in addition to model::withAncestors.
     model::Reach otherReach;
 };
 
@@ -69,7 +69,7 @@ class ListProgramMaker {
     Choice below;
 };
 
-/// A program that is being run; it begins with one list of the library.
+/// Runs a program; starts with one list of the library.
 class ListProgramRun {
   public:
     ListProgramRun();
@@ -77,7 +77,7 @@ class ListProgramRun {
     /// \throws Difference where library and model differ.
     void run(ListProgram const& program);
 
-    /// What the program's additions were answered with, the empty text standing for acceptance.
+    /// The keys that additions returned; the empty text stands for acceptance.
     std::set<std::string> const& keys() const { return seenKeys; }
 
   private:

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What the library makes of a command, in the plain form that the model uses as well.
+/// The library's results as plain data, in the form that the model uses.
 
 #include <model/outcome.hpp>
 
@@ -14,7 +14,7 @@
 
 namespace support {
 
-/// Everything that can be read out of \p entry; the index is 0.
+/// All observable data of \p entry; the index is 0.
 ///
 /// \throws std::bad_variant_access for a message argument that is not UTF-16 text.
 model::Outcome describe(lf::import::FullyQualifiedImportEntry const& entry);
@@ -22,10 +22,10 @@ model::Outcome describe(lf::import::WildcardImportEntry const& entry);
 model::Outcome describe(lf::import::PackageImportEntry const& entry);
 model::Outcome describe(lf::import::InvalidImportEntry const& entry);
 
-/// The valid entry of which \p entry says all that can be read out of it.
+/// The valid entry that \p entry describes.
 lf::import::ImportEntry makeEntry(model::Outcome const& entry);
 
-/// Everything that can be read out of \p entries.
+/// All observable data of \p entries.
 ///
 /// \throws std::bad_variant_access for a message argument that is not UTF-16 text.
 std::vector<model::Outcome> observe(std::vector<lf::import::ParsedImportEntry> const& entries);

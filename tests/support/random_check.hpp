@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Runs properties as part of a test. RC_PARAMS can ask for more random cases and fix the seed, as
-/// in RC_PARAMS="max_success=1000000 seed=42"; the seed stands in the message of a failure.
+/// Runs properties as part of a test. RC_PARAMS can set the number of cases and the seed, as in
+/// RC_PARAMS="max_success=1000000 seed=42"; the message of a failure contains the seed.
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>

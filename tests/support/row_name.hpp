@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Names table-driven tests after the rule that each row of the table is there for.
+/// Names table-driven tests after the reason of each row.
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 
 namespace support {
 
-/// `7_ABadPrefixIsTestedBeforeTheWildcard` for the row 7 whose `why` says that in words.
+/// `7_ABadPrefixIsTestedBeforeTheWildcard` for row 7 with that reason.
 struct RowName {
     template <typename Row>
     std::string operator()(testing::TestParamInfo<Row> const& info) const {

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Import lists of the library, each with its twin in the model: both are told the same, and must
-/// answer the same.
+/// Import lists of the library, each with its twin in the model. Both get the same additions
+/// and must give the same answers.
 
 #include <model/list_model.hpp>
 
@@ -22,13 +22,13 @@
 
 namespace support {
 
-/// Whose list a list is.
+/// The kind of a list.
 enum class Maker : std::uint8_t {
     /// The library's own.
     Library,
-    /// Someone else's, around a list of the library.
+    /// Foreign, around a list of the library.
     Delegating,
-    /// Someone else's, with answers of its own.
+    /// Foreign, with answers of its own.
     Foreign,
 };
 
@@ -45,7 +45,7 @@ std::ostream& operator<<(std::ostream& stream, ListMake const& make);
 /// Which of the two operations adds an entry.
 enum class Addition : std::uint8_t { Static, Dynamic };
 
-/// Library and model said different things. The text says what, and of which lists.
+/// Library and model differ. The text says how, and for which lists.
 class Difference : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -63,7 +63,7 @@ class TwinLists {
     /// Makes a copy of a list.
     void clone(std::size_t list);
 
-    /// Forgets the list made last.
+    /// Removes the last list.
     void removeLast();
 
     /// Adds an entry, which must be moved from if it is stored and must be as it was if not.
@@ -72,8 +72,8 @@ class TwinLists {
     std::optional<model::Outcome> add(std::size_t list, Addition addition,
                                       model::Outcome const& entry);
 
-    /// Checks what a list itself holds, and takes note of where. Must come before checkAnswers for
-    /// the list and all its ancestors whenever one was added to.
+    /// Checks the own entries of a list and notes their addresses. Must come before checkAnswers
+    /// for the list and all its ancestors whenever one was added to.
     void checkOwnEntries(std::size_t list);
 
     /// Checks every question that a list can be asked, with \p names as the names to look up, once

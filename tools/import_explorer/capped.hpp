@@ -13,11 +13,12 @@ namespace explorer {
 /// Lists so few elements that a file cannot make a report grow with the square of its size.
 template <typename Element>
 struct Capped {
+    static constexpr std::size_t limit = 100;
+
     std::vector<Element> listed;
     std::size_t omitted = 0;
 
-    /// Lists \p element unless there are \p limit already.
-    void add(Element element, std::size_t limit) {
+    void add(Element element) {
         if (listed.size() < limit) {
             listed.push_back(std::move(element));
         } else {

@@ -27,22 +27,20 @@ std::string lineOf(AnalysedFile const& file, EntryReference const& reference) {
 /// the scopes around the current one to their later parts.
 class ScopeTree {
   public:
-    ScopeTree(AnalysedFile const& analysedFile, Style chosenStyle, ITextSink& target)
-        : file(analysedFile),
-          style(chosenStyle),
-          sink(target),
-          lastChildren(file.scopes.size(), 0) {
+    ScopeTree(AnalysedFile const& analysedFile, Style chosenStyle)
+        : file(analysedFile), style(chosenStyle), lastChildren(file.scopes.size(), 0) {
         for (ScopeIndex scope = 1; scope < file.scopes.size(); ++scope) {
             lastChildren.at(*file.scopes[scope].scope.parent) = scope;
         }
     }
 
-    void draw() {
+    std::string draw() && {
         for (ScopeIndex scope = 0; scope < file.scopes.size(); ++scope) {
             bool const hasChildren = lastChildren[scope] != 0;
             drawHeading(scope);
             drawDetails(file.scopes[scope], hasChildren ? "│  " : "   ");
         }
+        return std::move(drawing);
     }
 
   private:
@@ -51,64 +49,59 @@ class ScopeTree {
         if (!scope.parent) {
             std::string const name =
                 harmless(file.source.name(), std::numeric_limits<std::size_t>::max());
-            sink.write(style.apply(Role::Strong, "file " + name) + "\n");
+            drawing += style.apply(Role::Strong, "file " + name) + "\n";
             return;
         }
         bool const isLast = lastChildren[*scope.parent] == index;
         // The guides of the scope's own depth and of all deeper ones are over.
         guides.resize(std::min(level, deepestViewedLevel) - 1);
-        std::string line = leadingGuides();
-        line += style.apply(Role::Faint, isLast ? "└─ " : "├─ ");
-        line += style.apply(Role::Strong, "scope " + harmless(scope.name));
-        line += style.apply(Role::Faint, "  line " + std::to_string(scope.range.line));
+        drawGuides();
+        drawing += style.apply(Role::Faint, isLast ? "└─ " : "├─ ");
+        drawing += style.apply(Role::Strong, "scope " + harmless(scope.name));
+        drawing += style.apply(Role::Faint, "  line " + std::to_string(scope.range.line));
         if (level > deepestViewedLevel) {
-            line += style.apply(Role::Faint, ", level " + std::to_string(level));
+            drawing += style.apply(Role::Faint, ", level " + std::to_string(level));
         }
-        sink.write(line + "\n");
+        drawing += '\n';
         guides.emplace_back(isLast ? "   " : "│  ");
     }
 
-    std::string leadingGuides() const {
+    void drawGuides() {
         std::string line;
         for (std::string_view const guide : guides) {
             line += guide;
         }
-        return style.apply(Role::Faint, line);
+        drawing += style.apply(Role::Faint, line);
     }
 
     void drawDetails(AnalysedScope const& scope, std::string_view guide) {
-        Table table;
-        forEachRow(scope, [&](Row const& row) { table.measure(row); });
-        std::string const margin = leadingGuides() + style.apply(Role::Faint, guide) + "  ";
-        forEachRow(scope,
-                   [&](Row const& row) { sink.write(margin + table.layOut(row, style) + "\n"); });
+        std::vector<Row> rows;
+        for (EntryReference const& entry : scope.entries) {
+            rows.push_back(makeRow("imports", entry, lineOf(file, entry)));
+        }
+        if (scope.view) {
+            addRows(rows, *scope.view);
+        } else {
+            rows.push_back({makeCell("inherits", Role::Faint),
+                            makeCell("not listed at this depth", Role::Faint)});
+        }
+        for (std::string const& line : layOut(rows, style)) {
+            drawGuides();
+            drawing += style.apply(Role::Faint, guide) + "  " + line + "\n";
+        }
     }
 
-    template <typename UseRow>
-    void forEachRow(AnalysedScope const& scope, UseRow&& useRow) const {
-        for (EntryReference const& entry : scope.entries) {
-            useRow(makeRow("imports", entry, lineOf(file, entry)));
+    void addRows(std::vector<Row>& rows, ScopeView const& view) const {
+        for (EntryReference const& entry : view.inherited.listed) {
+            rows.push_back(makeRow("inherits", entry, placeOf(file, entry)));
         }
-        if (!scope.view) {
-            useRow({makeCell("inherits", Role::Faint),
-                    makeCell(scope.level > deepestViewedLevel
-                                 ? "not listed at this depth"
-                                 : "not listed: too many scopes and imports",
-                             Role::Faint)});
-            return;
+        addRowOfOmitted(rows, "inherits", view.inherited.omitted);
+        for (auto const& [entry, by] : view.hidden.listed) {
+            rows.push_back(makeRow("hides", entry, placeOf(file, entry)));
+            rows.back().push_back(makeCell(file.at(by).text, std::nullopt, "behind "));
+            rows.back().push_back(makeCell(lineOf(file, by), Role::Faint));
         }
-        auto const& [inherited, hidden] = *scope.view;
-        for (EntryReference const& entry : inherited.listed) {
-            useRow(makeRow("inherits", entry, placeOf(file, entry)));
-        }
-        useRowOfOmitted("inherits", inherited.omitted, useRow);
-        for (auto const& [entry, by] : hidden.listed) {
-            Row row = makeRow("hides", entry, placeOf(file, entry));
-            row.push_back(makeCell(file.at(by).text, std::nullopt, "behind "));
-            row.push_back(makeCell(lineOf(file, by), Role::Faint));
-            useRow(row);
-        }
-        useRowOfOmitted("hides", hidden.omitted, useRow);
+        addRowOfOmitted(rows, "hides", view.hidden.omitted);
     }
 
     Row makeRow(std::string_view what, EntryReference const& reference,
@@ -118,20 +111,19 @@ class ScopeTree {
                 makeCell(entry.text), makeCell(place, Role::Faint)};
     }
 
-    template <typename UseRow>
-    static void useRowOfOmitted(std::string_view what, std::size_t count, UseRow&& useRow) {
+    static void addRowOfOmitted(std::vector<Row>& rows, std::string_view what, std::size_t count) {
         if (count > 0) {
-            useRow({makeCell(what, Role::Faint),
-                    makeCell("further " + std::to_string(count) + " not shown", Role::Faint)});
+            rows.push_back({makeCell(what, Role::Faint),
+                            makeCell("and " + std::to_string(count) + " more", Role::Faint)});
         }
     }
 
     AnalysedFile const& file;
     Style style;
-    ITextSink& sink;
     /// By scope; 0 for a scope without children.
     std::vector<ScopeIndex> lastChildren;
     std::vector<std::string_view> guides;
+    std::string drawing;
 };
 
 } // namespace
@@ -141,8 +133,8 @@ std::string placeOf(AnalysedFile const& file, EntryReference const& reference) {
     return lineOf(file, reference) + (scope.parent ? ", scope " + harmless(scope.name) : ", file");
 }
 
-void drawScopes(AnalysedFile const& file, Style style, ITextSink& sink) {
-    ScopeTree(file, style, sink).draw();
+std::string drawScopes(AnalysedFile const& file, Style style) {
+    return ScopeTree(file, style).draw();
 }
 
 } // namespace explorer

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Prints entries on UTF-16 streams whose standard library has no std::ctype<char16_t>, and so no
-/// fill. Prints a line for each check; fails when one does.
+/// Prints entries to UTF-16 streams of a standard library that has no std::ctype<char16_t>, and so
+/// no fill character. Prints a line for each check; fails if one does.
 
 #include <import/import.hpp>
 
@@ -41,18 +41,18 @@ std::u16string printed(std::streamsize width, Adjustment adjust) {
     return stream.str();
 }
 
-/// Takes no more than so many units.
+/// Accepts only this many units.
 class ShortBuffer : public std::basic_streambuf<char16_t> {
   public:
-    explicit ShortBuffer(std::streamsize units) : room(units) {}
+    explicit ShortBuffer(std::streamsize units) : capacity(units) {}
 
   protected:
     std::streamsize xsputn(char16_t const* /*text*/, std::streamsize size) override {
-        return std::min(size, room);
+        return std::min(size, capacity);
     }
 
   private:
-    std::streamsize room;
+    std::streamsize capacity;
 };
 
 std::ios_base::iostate stateAfterPrintingTo(std::streamsize units) {
@@ -66,7 +66,7 @@ void checkPadding() {
     check("no width, no blanks", printed(0, std::right) == u"a.b");
     check("as wide as the text, no blanks", printed(3, std::right) == u"a.b");
     check("wider, blanks in front", printed(5, std::right) == u"  a.b");
-    check("wider, blanks in front unless told", printed(5, std::internal) == u"  a.b");
+    check("wider, blanks in front by default", printed(5, std::internal) == u"  a.b");
     check("wider to the left, blanks behind", printed(5, std::left) == u"a.b  ");
 }
 

@@ -28,7 +28,7 @@ using enum IImportList::CheckAncestorList;
 enum class Verdict { Stored, Skipped, Redeclared, Precedence, Abbreviation };
 using enum Verdict;
 
-// How one entry fares after another: in the other's own list, in a child list and in a grandchild.
+// The outcome of adding one entry after another: to the same list, to a child and to a grandchild.
 struct Row {
     std::string why;
     ImportEntry first;
@@ -100,7 +100,7 @@ std::vector<Row> const conflictMatrix{
 
 // clang-format on
 
-// What the user would have written; empty texts for a moved-from entry.
+// The import as the user would write it; empty for a moved-from entry.
 struct Written {
     std::u16string operator()(PackageImportEntry const& entry) const {
         return entry.getPackageSpecifier().ToString();
@@ -133,7 +133,7 @@ BaseMsgID expectedMessage(Verdict verdict, ImportEntry const& entry) {
 
 using Add = decltype(&IImportList::addStaticImportEntry);
 
-// Adds the second entry of a row to \p list and compares all that comes of it with the verdict.
+// Adds the second entry of a row to \p list and compares the outcome with the verdict.
 void expectVerdict(Row const& row, IImportList& list, Add add, Verdict verdict) {
     std::size_t const before = list.getNumberOfEntries(No);
     ImportEntry entry = row.second;

@@ -98,7 +98,7 @@ TEST_F(AnImportList, GivesUpAllListsThatAParentOfAnotherMakeOwns) {
     auto first = makeList(outermost);
     auto second = makeList(outermost);
     auto const owned = std::to_array<std::weak_ptr<IImportList const>>({first, second});
-    // As a list of another make would: two lists live as long as it.
+    // As a foreign list would: two lists live as long as it.
     auto* const body = first.get();
     std::shared_ptr<IImportList const> owner(
         body, [held = std::pair{std::move(first), std::move(second)}](auto const*) {});

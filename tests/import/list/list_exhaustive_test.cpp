@@ -2,7 +2,7 @@
 
 /// \file
 /// Every short chain of lists in which each holds one name not at all, as a package or as a fully
-/// qualified import, and is the library's own or of another make.
+/// qualified import, and is the library's own or foreign.
 
 #include <support/outcomes.hpp>
 #include <support/row_name.hpp>
@@ -33,8 +33,8 @@ Outcome dotted(std::u16string const& root, std::u16string const& introducedName)
     return support::fullyQualified(0, root + u'.' + introducedName, root, introducedName);
 }
 
-/// Compares library and model on all chains of up to \p itsLength lists in which the lists of
-/// another make are of one make.
+/// Compares library and model on all chains of up to \p itsLength lists in which all foreign lists
+/// are of the same kind.
 class EveryChain {
   public:
     EveryChain(ListMake const& otherMake, std::size_t itsLength)

@@ -19,7 +19,7 @@ namespace {
 using fl::i18n::ustring_to_utf8;
 using resource_core::GenericMsgIDHolder;
 
-// A record in one line, so that a table row shows all of it.
+// A record as one line of text, so that a table row shows all of it.
 class Description {
   public:
     std::string operator()(FullyQualifiedImportArgument const& name) const {
@@ -152,7 +152,7 @@ std::vector<Row> const rows{
     {u"pkg@^1", "versioned pkg@^1", noDot, "a version without dots"},
     {u"a.b@2", "versioned a.b@2", "name a.b@2 root a introduces b@2", "the `@` comes before the dots"},
     {u"pkg.sub@1.0", "versioned pkg.sub@1.0", "name pkg.sub@1.0 root pkg introduces 0", "a dotted package name"},
-    {u"for@1", "versioned for@1", noDot, "the specifier's name is the descriptor library's affair"},
+    {u"for@1", "versioned for@1", noDot, "the specifier's name is decided by the descriptor library"},
     {u"@", bad("@"), noDot, "a specifier that the descriptor library refuses"},
     {u"pkg@", bad("pkg@"), noDot, "no version"},
     {u"pkg@x.y", bad("pkg@x.y"), "name pkg@x.y root pkg@x introduces y", "no version"},

@@ -46,7 +46,7 @@ INSTANTIATE_TEST_SUITE_P(NameLists, CommandGrammar, testing::ValuesIn(std::vecto
     {{u"a.b.c"}, {fullyQualified(0, u"a.b.c", u"a", u"c")}, "one name"},
     {{u"a.b.c", u"d.e.*"}, {fullyQualified(0, u"a.b.c", u"a", u"c"), wildcard(1, u"d.e.*", u"d")}, "names and wildcards mix"},
     {{u"", u"a.b", u"", u"", u"c.*", u""}, {fullyQualified(1, u"a.b", u"a", u"b"), wildcard(4, u"c.*", u"c")}, "indexes count ignored arguments"},
-    {{u"a.b", u"a.b"}, {fullyQualified(0, u"a.b", u"a", u"b"), fullyQualified(1, u"a.b", u"a", u"b")}, "repetition is no affair of the parser"},
+    {{u"a.b", u"a.b"}, {fullyQualified(0, u"a.b", u"a", u"b"), fullyQualified(1, u"a.b", u"a", u"b")}, "repetition is no concern of the parser"},
     {{u"a.b", u"mypkg"}, {error(1, "MixedImportType")}, "a package after a name; the name's entry is gone"},
     {{u"a.*", u"v@1"}, {error(1, "MixedImportType")}, "a versioned package after a wildcard"},
     {{u"a.b", u"as", u"c"}, {error(1, "NamespaceWithAlias")}, "a name has no alias"},

@@ -23,7 +23,7 @@ using model::Outcome;
 using Arguments = std::vector<std::u16string>;
 
 constexpr std::size_t maximalLength = 6;
-/// Both factories share all but the reading of the arguments, so that shorter commands will do.
+/// The factories differ only in how they read arguments, so shorter commands are enough.
 constexpr std::size_t maximalLengthInATree = 4;
 
 using Representatives = std::array<std::u16string, 8>;
@@ -36,20 +36,19 @@ Representatives const withPackageImports{u"a.b", u"c.*", u"pkg", u"v@1.2",
 Representatives const withoutPackageImports{u"a.b",   u"a.for", u"c.*", u"1a.*",
                                             u"v@1.2", u"as",    u"",    u".*"};
 
-/// Calls \p visit with \p command and with all that begin with it and have at most \p room more
-/// arguments.
+/// Calls \p visit with \p command and with every extension of it by at most \p more arguments.
 template <typename Visit>
-void forEachCommand(Representatives const& representatives, Visit const& visit, std::size_t room,
+void forEachCommand(Representatives const& representatives, Visit const& visit, std::size_t more,
                     Arguments const& command = {}) {
     visit(command);
-    if (room == 0) {
+    if (more == 0) {
         return;
     }
     Arguments longer = command;
     longer.emplace_back();
     for (std::u16string const& representative : representatives) {
         longer.back() = representative;
-        forEachCommand(representatives, visit, room - 1, longer);
+        forEachCommand(representatives, visit, more - 1, longer);
     }
 }
 

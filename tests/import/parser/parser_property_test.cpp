@@ -48,7 +48,7 @@ std::ostream& operator<<(std::ostream& stream, Command const& command) {
     return stream;
 }
 
-/// Makes texts by simple choices; the combinators of rapidcheck would take most of a run's time.
+/// Makes texts by simple choices, since the combinators of rapidcheck are slow.
 class TextMaker {
   public:
     explicit TextMaker(rc::Random const& source) : random(source) {}
@@ -62,7 +62,7 @@ class TextMaker {
     }
 
   private:
-    /// Mostly of the kinds that are accepted, since one rejected argument decides a whole command.
+    /// Mostly accepted arguments, since one rejected argument decides the whole command.
     std::u16string argument() {
         static constexpr auto forms = std::to_array<Form>({
             {8, [](TextMaker& make) { return make.prefix() + make.identifier(); }},
@@ -99,7 +99,7 @@ class TextMaker {
             {u"1", u"1.2", u"^1.2.3", u">=1,<2.0", u"*", u"1-rc.1+7", u"", u"01", u"@1", u".*"});
     }
 
-    /// Text without any attention to its making sense.
+    /// Arbitrary text.
     std::u16string anyText() {
         static constexpr auto forms = std::to_array<Form>({
             {4,
@@ -117,15 +117,15 @@ class TextMaker {
         return text;
     }
 
-    /// What belongs to no identifier, or not at its start: among it characters that look like those
-    /// with a meaning, and halves of surrogate pairs.
+    /// A unit that cannot occur in an identifier or at its start, including look-alikes of special
+    /// characters and halves of surrogate pairs.
     std::u16string oddity() {
         static constexpr std::u16string_view units =
             u"\0 \t1,-^>=\u0301\u2024\uFF0E\uFF0A\uFF20\uFFFD\U0001F600\U0001D400"sv;
         return {units[below(units.size())]};
     }
 
-    /// One way to make a text, taken in proportion to its weight.
+    /// A way to make a text, chosen in proportion to its weight.
     struct Form {
         std::size_t weight;
         std::u16string (*make)(TextMaker&);

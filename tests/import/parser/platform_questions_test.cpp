@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// What the parser asks its host, in which order, and what becomes of the host's exceptions.
+/// What the parser asks its host, in which order, and how it treats the host's exceptions.
 
 #include <recording_platform/recorder.hpp>
 #include <recording_platform/recording_tree.hpp>
@@ -73,7 +73,7 @@ std::unique_ptr<IImportArgumentParser> createParser(RecordingTree const& tree, B
     return lf::import::createImportArgumentParser(tree.command(), behavior);
 }
 
-/// What is asked while \p action runs.
+/// The questions that \p action asks.
 Log questionsOf(std::function<void()> const& action) {
     recorder().log.clear();
     action();
@@ -160,7 +160,7 @@ INSTANTIATE_TEST_SUITE_P(WithoutPackageImports, ClassificationQuestions, testing
 
 // clang-format on
 
-/// Every concatenation of up to five pieces that matter to classification.
+/// Every concatenation of up to five texts that matter to classification.
 Arguments manyTexts() {
     std::array<std::u16string_view, 6> const pieces{u"a", u"1", u"for", u".", u"*", u"@"};
     Arguments texts{u""};
@@ -305,12 +305,12 @@ TEST_F(PlatformQuestions, LeaveARefusedPlainNameToTheCaller) {
 
 // Exceptions of the host
 
-/// An exception of no family.
+/// An exception without a base class.
 struct Failure {
     std::size_t number;
 };
 
-/// Runs \p action, which is to let \p thrown out as the very object that it is.
+/// Runs \p action, which must rethrow \p thrown itself.
 void expectThrown(std::exception_ptr const& thrown, std::function<void()> const& action) {
     try {
         action();
@@ -320,7 +320,7 @@ void expectThrown(std::exception_ptr const& thrown, std::function<void()> const&
     }
 }
 
-/// Lets the question at \p position of the log fail with \p thrown.
+/// Makes the question at \p position of the log throw \p thrown.
 void failAtPosition(std::size_t position, std::exception_ptr const& thrown) {
     recorder().beforeAnswer = [position, thrown] {
         if (recorder().log.size() == position + 1) {
@@ -336,7 +336,7 @@ struct BehaviorRow {
     friend void PrintTo(BehaviorRow const& row, std::ostream* stream) { *stream << row.why; }
 };
 
-/// A command whose factory asks every service that a factory asks.
+/// A command for which the factory uses every service that factories use.
 class ExceptionsOfTheHost : public PlatformQuestions,
                             public testing::WithParamInterface<BehaviorRow> {
   protected:
@@ -382,7 +382,7 @@ TEST_P(ExceptionsOfTheHost, AreARejectionOnlyWhenTheDescriptorLibraryRefuses) {
             EXPECT_EQ(recorder().log.size(), position + 1);
         }
     }
-    // Factory and specifier for each of the two arguments with a version.
+    // A factory and a specifier for each of the two arguments with a version.
     EXPECT_EQ(numberOfRejections, behavior == off ? 0 : 4);
 }
 
@@ -516,7 +516,7 @@ TEST_F(SyntaxTreeQuestions, ReachAnArgumentThatAppearsWhileAnotherIsRead) {
 
 TEST_F(SyntaxTreeQuestions, ReachAnArgumentThatAppearsAtTheLastMoment) {
     tree.append(u"");
-    // The third count is the one that would have ended the reading.
+    // The third count would have ended the loop.
     recorder().whenAsked(Service::NumberOfArguments, 3, [this] { tree.append(u""); });
     EXPECT_EQ(questionsOf([&] { createParser(tree, on); }),
               (Log{count(), count(), node(0), text(0), count(), node(1), text(1), count()}));
@@ -545,7 +545,7 @@ TEST_F(SyntaxTreeQuestions, EndWhereTheTreeHasShrunkBelowWhatWasRead) {
     EXPECT_EQ(questionsOf([&] { parser = createParser(tree, off); }),
               (Log{count(), count(), node(0), text(0), identifier(u"a"), count(), node(1), text(1),
                    identifier(u"b"), count()}));
-    // What was read stays read.
+    // Arguments that were read before are kept.
     EXPECT_EQ(support::observe(parser->parse()), (std::vector{support::wildcard(0, u"a.*", u"a"),
                                                               support::wildcard(1, u"b.*", u"b")}));
 }
