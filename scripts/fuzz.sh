@@ -11,7 +11,7 @@ if [[ ! ${1-} =~ ^[1-9][0-9]*$ ]]; then
 fi
 seconds=$1
 targets=("${@:2}")
-((${#targets[@]})) || targets=(parser_fuzzer list_fuzzer text_fuzzer)
+((${#targets[@]})) || targets=(parser_fuzzer list_fuzzer text_fuzzer cost_fuzzer)
 
 build=build/fuzz
 findings=$build/findings

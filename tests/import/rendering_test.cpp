@@ -108,6 +108,35 @@ TEST(Rendering, WritesWideText) {
     }
 }
 
+/// Counts how often a stream has it flushed.
+template <typename Unit>
+class FlushCounter final : public std::basic_stringbuf<Unit> {
+  public:
+    int flushes = 0;
+
+  protected:
+    int sync() override {
+        ++flushes;
+        return 0;
+    }
+};
+
+template <typename Unit>
+int countFlushes(ImportEntry const& printed) {
+    FlushCounter<Unit> buffer;
+    std::basic_ostream<Unit> stream(&buffer);
+    std::visit([&](auto const& entry) { stream << entry; }, printed);
+    EXPECT_FALSE(buffer.str().empty());
+    return buffer.flushes;
+}
+
+TEST(Rendering, LeavesFlushingToTheHost) {
+    for (ImportEntry const& printed : {name(u"a.b"), wildcard(u"a.*"), package(u"p", u"q")}) {
+        EXPECT_EQ(countFlushes<char>(printed), 0);
+        EXPECT_EQ(countFlushes<char16_t>(printed), 0);
+    }
+}
+
 TEST(Rendering, AppliesWidthAndFillToTheFirstPiece) {
     std::ostringstream stream;
     std::visit(

@@ -3,16 +3,19 @@
 
 #include <import_explorer/message_catalogue.hpp>
 #include <import_explorer/scope_lists.hpp>
+#include <import_explorer/scope_views.hpp>
 #include <import_explorer/spelling.hpp>
 #include <import_explorer/syntax_tree.hpp>
 #include <import_explorer/utf8.hpp>
 
 #include <import/import.hpp>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
+#include <span>
 #include <sstream>
 #include <type_traits>
-#include <unordered_map>
 #include <utility>
 #include <variant>
 
@@ -96,17 +99,20 @@ class Analysis {
         : file(target), lists(scopeLists), behavior(chosen) {}
 
     void operator()(ImportCommand&& command) {
+        bool const isListed = enter(command.scope);
         SyntaxTree tree;
         auto const parser = lf::import::createImportArgumentParser(tree.add(command), behavior);
+        std::vector<lf::import::ParsedImportEntry> parsed = parser->parse();
         file.commands.push_back({std::move(command), {}});
-        for (lf::import::ParsedImportEntry& parsed : parser->parse()) {
-            std::visit([this](auto& result) { add(std::move(result.first), result.second); },
-                       parsed);
+        file.commands.back().entries.reserve(parsed.size());
+        for (lf::import::ParsedImportEntry& each : parsed) {
+            std::visit([&](auto& result) { add(std::move(result.first), result.second, isListed); },
+                       each);
         }
     }
 
     void operator()(UseOfName&& use) {
-        if (lists == nullptr) {
+        if (!enter(use.scope)) {
             return;
         }
         AnalysedUse analysed;
@@ -119,24 +125,33 @@ class Analysis {
         file.uses.push_back(std::move(analysed));
     }
 
+    void markReachedWildcards() {
+        for (EntryReference const& reference : lists->reachedWildcards()) {
+            markUsed(reference);
+        }
+    }
+
   private:
-    /// What visibleWildcards found for a scope when the file had so many wildcards.
-    struct Suppliers {
-        std::size_t numberOfWildcards = 0;
-        Capped<EntryReference> wildcards;
-    };
+    /// Whether there is a list for \p scope, which is asked from now on.
+    bool enter(ScopeIndex scope) {
+        if (lists == nullptr || lists->listOf(scope) == nullptr) {
+            return false;
+        }
+        lists->enter(scope);
+        return true;
+    }
 
     template <typename Entry>
-    void add(Entry&& entry, std::size_t argument) {
+    void add(Entry&& entry, std::size_t argument, bool isListed) {
         std::vector<AnalysedEntry>& entries = file.commands.back().entries;
         entries.push_back(describeEntry(entry));
         entries.back().argument = argument;
-        if (lists != nullptr) {
+        if (isListed) {
             addToList(std::forward<Entry>(entry));
         }
     }
 
-    void add(lf::import::InvalidImportEntry&& entry, std::size_t argument) {
+    void add(lf::import::InvalidImportEntry&& entry, std::size_t argument, bool /*isListed*/) {
         report(entry.getMsgHolder(), argument, std::nullopt);
     }
 
@@ -144,13 +159,12 @@ class Analysis {
         AnalysedCommand& analysed = file.commands.back();
         AnalysedEntry& described = analysed.entries.back();
         EntryReference const reference{file.commands.size() - 1, analysed.entries.size() - 1};
-        Addition const addition = lists->add(analysed.command.scope, std::move(entry),
-                                             analysed.command.isDynamic, reference);
+        Addition const addition =
+            lists->add(std::move(entry), analysed.command.isDynamic, described, reference);
         described.outcome = addition.outcome;
         described.earlier = addition.earlier;
         if (addition.outcome == EntryOutcome::Added) {
             file.scopes.at(analysed.command.scope).entries.push_back(reference);
-            numberOfWildcards += described.kind == EntryKind::Wildcard ? 1 : 0;
         }
         if (addition.refusal) {
             report(*addition.refusal, described.argument, addition.earlier);
@@ -164,8 +178,7 @@ class Analysis {
         diagnostic.argument = argument;
         diagnostic.range = file.commands.back().command.arguments.at(argument).range;
         if (conflict) {
-            diagnostic.note =
-                Note{"conflicts with '{1}'", {file.at(*conflict).text}, file.rangeOf(*conflict)};
+            diagnostic.note = Note{Note::Kind::ConflictsWith, *conflict};
         }
         file.diagnostics.push_back(std::move(diagnostic));
     }
@@ -175,7 +188,7 @@ class Analysis {
         for (std::string_view const name :
              {std::string_view(use.name.text), firstElementOf(use.name.text)}) {
             analysed.name = name;
-            analysed.imports = lists->find(use.scope, toUtf16(name));
+            analysed.imports = lists->find(name);
             if (!analysed.imports.empty()) {
                 break;
             }
@@ -184,39 +197,25 @@ class Analysis {
             markUsed(reference);
         }
         if (analysed.imports.empty() && !analysed.isDotted()) {
-            analysed.wildcards = reachSuppliers(use.scope);
+            analysed.wildcards = lists->reachWildcards();
         }
-    }
-
-    /// The wildcards that may supply what nothing in \p scope introduces, which are used then.
-    Capped<EntryReference> const& reachSuppliers(ScopeIndex scope) {
-        auto const [place, isNew] = suppliersByScope.try_emplace(scope);
-        Suppliers& suppliers = place->second;
-        // Only another wildcard can change which of them a scope sees.
-        if (isNew || suppliers.numberOfWildcards != numberOfWildcards) {
-            suppliers = {numberOfWildcards, {}};
-            for (EntryReference const& reference : lists->visibleWildcards(scope)) {
-                markUsed(reference);
-                suppliers.wildcards.add(reference);
-            }
-        }
-        return suppliers.wildcards;
     }
 
     void markUsed(EntryReference const& reference) {
         file.commands.at(reference.command).entries.at(reference.entry).isUsed = true;
     }
 
+    /// What the most similar name is here, the nearest of them first.
     std::optional<EntryReference> suggest(AnalysedUse const& analysed) const {
-        std::vector<VisibleName> const visible =
-            lists->visibleNames(analysed.use.scope, mostComparedNames);
-        std::vector<std::u16string_view> names;
-        names.reserve(visible.size());
-        for (VisibleName const& candidate : visible) {
-            names.push_back(candidate.name);
-        }
-        auto const nearest = findNearestSpelling(toUtf16(analysed.name), names);
-        return nearest ? std::optional(visible.at(*nearest).entry) : std::nullopt;
+        std::span<EntryReference const> named = lists->named();
+        named = named.last(std::min(named.size(), mostComparedNames));
+        std::vector<std::string_view> names;
+        std::transform(named.rbegin(), named.rend(), std::back_inserter(names),
+                       [this](EntryReference const& reference) -> std::string_view {
+                           return file.at(reference).introducedName.value();
+                       });
+        auto const nearest = findNearestSpelling(analysed.name, names);
+        return nearest ? std::optional(lists->find(names.at(*nearest)).at(0)) : std::nullopt;
     }
 
     void reportUnknownName(AnalysedUse const& analysed) {
@@ -225,11 +224,9 @@ class Analysis {
         diagnostic.arguments = {analysed.name};
         diagnostic.range = analysed.use.name.range;
         if (analysed.suggestion) {
-            std::string const meant = file.at(*analysed.suggestion).introducedName.value();
             diagnostic.words = "unknown name '{1}'; did you mean '{2}'?";
-            diagnostic.arguments.push_back(meant);
-            diagnostic.note =
-                Note{"'{1}' is imported here", {meant}, file.rangeOf(*analysed.suggestion)};
+            diagnostic.arguments.push_back(file.at(*analysed.suggestion).introducedName.value());
+            diagnostic.note = Note{Note::Kind::IsMeant, *analysed.suggestion};
         }
         file.diagnostics.push_back(std::move(diagnostic));
     }
@@ -237,9 +234,27 @@ class Analysis {
     AnalysedFile& file;
     ScopeLists* lists;
     lf::import::Behavior behavior;
-    std::size_t numberOfWildcards = 0;
-    std::unordered_map<ScopeIndex, Suppliers> suppliersByScope;
 };
+
+/// Of scopes that lie too deep for a list, only the outermost are reported.
+std::vector<Diagnostic> findScopesWithoutList(AnalysedFile const& file, ScopeLists const& lists) {
+    std::vector<Diagnostic> errors;
+    for (ScopeIndex index = 1; index < file.scopes.size(); ++index) {
+        Scope const& scope = file.scopes[index].scope;
+        if (lists.listOf(index) == nullptr && lists.listOf(*scope.parent) != nullptr) {
+            errors.push_back({lf::import::Severity::Error,
+                              {},
+                              "scope '{1}' lies within {2} others with imports: its imports and "
+                              "uses are not looked up",
+                              {scope.name, std::to_string(deepestListedLevel)},
+                              scope.range,
+                              {},
+                              {},
+                              {}});
+        }
+    }
+    return errors;
+}
 
 std::vector<Diagnostic> findUnusedImports(AnalysedFile const& file) {
     std::vector<Diagnostic> warnings;
@@ -260,14 +275,6 @@ std::vector<Diagnostic> findUnusedImports(AnalysedFile const& file) {
         }
     }
     return warnings;
-}
-
-void viewScopes(AnalysedFile& file, ScopeLists const& lists) {
-    for (ScopeIndex scope = 0; scope < file.scopes.size(); ++scope) {
-        if (file.scopes[scope].level <= deepestViewedLevel) {
-            file.scopes[scope].view = lists.view(scope);
-        }
-    }
 }
 
 } // namespace
@@ -298,18 +305,31 @@ std::string_view toText(EntryOutcome outcome) noexcept {
     return {};
 }
 
+NoteInWords describe(AnalysedFile const& file, Note const& note) {
+    AnalysedEntry const& entry = file.at(note.entry);
+    if (note.kind == Note::Kind::IsMeant) {
+        return {"'{1}' is imported here", *entry.introducedName, file.rangeOf(note.entry)};
+    }
+    return {"conflicts with '{1}'", entry.text, file.rangeOf(note.entry)};
+}
+
 AnalysedFile analyse(SourceFile source, AnalysisOptions const& options) {
     Script script = readScript(source, options.syntax);
+    AnalysedFile file{std::move(source), describe(std::move(script.scopes)), {}, {}, {}};
     std::optional<ScopeLists> lists;
     if (options.syntax == SourceSyntax::Script) {
-        lists.emplace(script.scopes);
+        lists.emplace(file.scopes, script.statements);
     }
-    AnalysedFile file{std::move(source), describe(std::move(script.scopes)), {}, {}, {}};
     Analysis analysis(file, lists ? &*lists : nullptr, options.behavior);
     for (Statement& statement : script.statements) {
         std::visit([&](auto& what) { analysis(std::move(what)); }, statement);
     }
     file.diagnostics = mergeInSourceOrder(std::move(script.problems), std::move(file.diagnostics));
+    if (lists) {
+        analysis.markReachedWildcards();
+        file.diagnostics =
+            mergeInSourceOrder(std::move(file.diagnostics), findScopesWithoutList(file, *lists));
+    }
     if (options.warnsOfUnusedImports) {
         file.diagnostics = mergeInSourceOrder(std::move(file.diagnostics), findUnusedImports(file));
     }

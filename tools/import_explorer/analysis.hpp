@@ -46,16 +46,6 @@ enum class EntryOutcome {
 /// `parsed`, `added`, `repeated`, `refused`
 std::string_view toText(EntryOutcome outcome) noexcept;
 
-/// Names an entry of a file.
-struct EntryReference {
-    /// Position in AnalysedFile::commands.
-    std::size_t command = 0;
-    /// Position in AnalysedCommand::entries.
-    std::size_t entry = 0;
-
-    friend bool operator==(EntryReference const&, EntryReference const&) = default;
-};
-
 /// One import, in UTF-8.
 struct AnalysedEntry {
     EntryKind kind = EntryKind::Name;
@@ -70,7 +60,7 @@ struct AnalysedEntry {
     EntryOutcome outcome = EntryOutcome::Parsed;
     /// The one that it repeats or conflicts with.
     std::optional<EntryReference> earlier;
-    /// Whether some use of a name reaches it.
+    /// Whether some use of a name reaches it: finds it or, of a wildcard, may find something in it.
     bool isUsed = false;
 };
 
@@ -89,7 +79,7 @@ struct AnalysedUse {
     /// What introduces the name, the nearest first: at most one package and one fully qualified
     /// name.
     std::vector<EntryReference> imports;
-    /// Where nothing introduces it: the wildcards that may supply it, outward.
+    /// Where nothing introduces it: the wildcards that may supply it, the nearest first.
     Capped<EntryReference> wildcards;
     /// For a name that is found nowhere: what introduces the most similar name.
     std::optional<EntryReference> suggestion;
@@ -115,8 +105,23 @@ struct ScopeView {
     Capped<HiddenEntry> hidden;
 };
 
+/// So many of the wildcards that may supply a name are listed.
+inline constexpr std::size_t mostListedWildcards = 5;
+
+/// A view lists so many entries of a kind, as long as the views of a file list no more than one
+/// entry for so many bytes of the script.
+inline constexpr std::size_t mostViewedEntries = 100;
+inline constexpr std::size_t bytesForEachViewedEntry = 4;
+
 /// The number of scopes around the scopes that still get a ScopeView.
-inline constexpr std::size_t deepestViewedLevel = 64;
+inline constexpr std::size_t deepestViewedLevel = 16;
+
+/// Views are made while they compare no more than so many entries for each byte of the script.
+inline constexpr std::size_t timeForEachByte = 8;
+
+/// The number of scopes with imports around a scope that still gets a list. A question to a list
+/// takes a step for each.
+inline constexpr std::size_t deepestListedLevel = 256;
 
 struct AnalysedScope {
     Scope scope;
@@ -124,7 +129,8 @@ struct AnalysedScope {
     std::size_t level = 0;
     /// The entries of its list, in source order.
     std::vector<EntryReference> entries;
-    /// Where it was asked for, down to the deepest level that gets one.
+    /// Where it was asked for, down to the deepest level that gets one, and as long as comparing
+    /// entries is in proportion to the size of the script.
     std::optional<ScopeView> view;
 };
 
@@ -149,6 +155,15 @@ struct AnalysedFile {
         return commands.at(reference.command).command.arguments.at(at(reference).argument).range;
     }
 };
+
+/// A note in words, with a place `{1}` for its argument, which belongs to the file.
+struct NoteInWords {
+    std::string_view words;
+    std::string_view argument;
+    SourceRange range;
+};
+
+NoteInWords describe(AnalysedFile const& file, Note const& note);
 
 /// How a file is analysed.
 struct AnalysisOptions {

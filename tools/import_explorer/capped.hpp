@@ -13,12 +13,11 @@ namespace explorer {
 /// Lists so few elements that a file cannot make a report grow with the square of its size.
 template <typename Element>
 struct Capped {
-    static constexpr std::size_t limit = 100;
-
     std::vector<Element> listed;
     std::size_t omitted = 0;
 
-    void add(Element element) {
+    /// Lists \p element unless there are \p limit already.
+    void add(Element element, std::size_t limit) {
         if (listed.size() < limit) {
             listed.push_back(std::move(element));
         } else {

@@ -10,8 +10,6 @@ namespace explorer {
 
 namespace {
 
-constexpr std::string_view cutMark = "...";
-
 /// The part of a line that is shown, in bytes.
 struct Window {
     std::size_t begin = 0;
@@ -25,14 +23,13 @@ std::size_t characterBefore(std::string_view line, std::size_t position) {
     return position;
 }
 
-/// Moves from \p position towards the beginning until \p width columns are passed. Characters of
-/// no width count here, so that a heap of them cannot fill the screen.
-std::size_t moveBack(std::string_view line, std::size_t position, std::size_t width) {
-    std::size_t passed = 0;
+/// Moves from \p position towards the beginning over characters that cost at most \p columns.
+std::size_t moveBack(std::string_view line, std::size_t position, std::size_t columns) {
+    std::size_t cost = 0;
     while (position > 0) {
         std::size_t const previous = characterBefore(line, position);
-        passed += std::max<std::size_t>(display(line.substr(previous)).width, 1);
-        if (passed > width) {
+        cost += display(line.substr(previous)).cost();
+        if (cost > columns) {
             break;
         }
         position = previous;
@@ -40,17 +37,8 @@ std::size_t moveBack(std::string_view line, std::size_t position, std::size_t wi
     return position;
 }
 
-std::size_t moveForward(std::string_view line, std::size_t position, std::size_t width) {
-    std::size_t passed = 0;
-    while (position < line.size()) {
-        DisplayedCharacter const character = display(line.substr(position));
-        passed += std::max<std::size_t>(character.width, 1);
-        if (passed > width) {
-            break;
-        }
-        position += character.size;
-    }
-    return position;
+std::size_t moveForward(std::string_view line, std::size_t position, std::size_t columns) {
+    return position + fit(line.substr(position), columns, Tabs::Kept).size;
 }
 
 /// All of a short line; otherwise the stretch with some of what stands before it, cut so that the
@@ -100,11 +88,8 @@ Excerpt makeExcerpt(std::string_view line, std::size_t begin, std::size_t end, s
         excerpt.source = cutMark;
         excerpt.caret.assign(cutMark.size(), ' ');
     }
-    for (std::size_t position = window.begin; position < window.end;) {
-        DisplayedCharacter const character = display(line.substr(position));
-        excerpt.source += character.text;
-        position += character.size;
-    }
+    excerpt.source +=
+        fit(line.substr(window.begin, window.end - window.begin), width, Tabs::Kept).text;
     if (window.end < line.size()) {
         excerpt.source += cutMark;
     }

@@ -16,12 +16,26 @@
 
 namespace explorer {
 
-/// Points at another place that a problem is about.
+/// Names an entry of a file.
+struct EntryReference {
+    /// Position in AnalysedFile::commands.
+    std::size_t command = 0;
+    /// Position in AnalysedCommand::entries.
+    std::size_t entry = 0;
+
+    friend bool operator==(EntryReference const&, EntryReference const&) = default;
+};
+
+/// Points at an import that a problem is about. The entry has the text, however many problems are
+/// about it.
 struct Note {
-    /// As those of a diagnostic.
-    std::string_view words;
-    std::vector<std::string> arguments;
-    SourceRange range;
+    enum class Kind {
+        ConflictsWith,
+        IsMeant,
+    };
+
+    Kind kind = Kind::ConflictsWith;
+    EntryReference entry;
 };
 
 /// A problem with the text that tells it.

@@ -12,8 +12,6 @@ namespace explorer {
 
 namespace {
 
-constexpr std::string_view cutMark = "...";
-
 std::string inHexadecimal(std::uint32_t value, std::size_t digits) {
     std::string text(digits, '0');
     for (std::size_t index = digits; index > 0; --index) {
@@ -85,29 +83,35 @@ DisplayedCharacter display(std::string_view text) {
             character.size};
 }
 
-DisplayedText displayText(std::string_view text, std::size_t maximumWidth) {
+DisplayedText fit(std::string_view text, std::size_t columns, Tabs tabs) {
     DisplayedText result;
-    std::size_t sizeBeforeMark = 0;
-    std::size_t widthBeforeMark = 0;
-    while (!text.empty()) {
-        DisplayedCharacter character = display(text);
-        if (character.isTab()) {
+    std::size_t cost = 0;
+    while (result.size < text.size()) {
+        DisplayedCharacter character = display(text.substr(result.size));
+        if (character.isTab() && tabs == Tabs::Named) {
             character.text = nameOf(U'\t');
             character.width = character.text.size();
         }
-        if (result.width + character.width > maximumWidth) {
-            result.text.resize(sizeBeforeMark);
-            return {result.text.append(cutMark), widthBeforeMark + cutMark.size()};
+        cost += character.cost();
+        if (cost > columns) {
+            break;
         }
         result.text += character.text;
         result.width += character.width;
-        if (result.width + cutMark.size() <= maximumWidth) {
-            sizeBeforeMark = result.text.size();
-            widthBeforeMark = result.width;
-        }
-        text.remove_prefix(character.size);
+        result.size += character.size;
     }
     return result;
+}
+
+DisplayedText displayText(std::string_view text, std::size_t columns) {
+    DisplayedText whole = fit(text, columns, Tabs::Named);
+    if (whole.size == text.size()) {
+        return whole;
+    }
+    DisplayedText beginning = fit(text, columns - cutMark.size(), Tabs::Named);
+    beginning.text += cutMark;
+    beginning.width += cutMark.size();
+    return beginning;
 }
 
 } // namespace explorer

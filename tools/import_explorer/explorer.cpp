@@ -14,6 +14,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -32,22 +33,35 @@ std::string_view environment(char const* name) {
     return value != nullptr ? value : "";
 }
 
-bool isColourWanted(Output const& output) {
-    return output.isTerminal() && environment("NO_COLOR").empty() && environment("TERM") != "dumb";
+bool isDumb() {
+    return environment("TERM") == "dumb";
 }
 
-std::unique_ptr<IReport> makeReport(Options const& options, Output const& output) {
+bool isColourWanted(Output const& output) {
+    return output.isTerminal() && environment("NO_COLOR").empty() && !isDumb();
+}
+
+std::unique_ptr<IReport> makeReport(Options const& options, Output& output) {
     if (options.format == ReportFormat::Json) {
         bool const packageImports = options.behavior == Behavior::FollowFeatureSwitch
                                         ? lf::features::isPackageImportsFeatureOn()
                                         : options.behavior == Behavior::WithPackageImports;
-        return createJsonReport(packageImports, options.showsScopes ? ScopeDetail::ImportsAndView
-                                                                    : ScopeDetail::Imports);
+        return createJsonReport(output, packageImports,
+                                options.showsScopes ? ScopeDetail::ImportsAndView
+                                                    : ScopeDetail::Imports);
+    }
+    bool const isColoured = isColourWanted(output);
+    if (isColoured) {
+        output.resetColoursOnInterrupt();
     }
     return std::make_unique<TextReport>(
-        Style(isColourWanted(output)),
-        options.isQuiet ? Detail::DiagnosticsOnly : Detail::Everything,
+        output, Style(isColoured), options.isQuiet ? Detail::DiagnosticsOnly : Detail::Everything,
         options.showsScopes ? ScopeDrawing::Drawn : ScopeDrawing::Omitted);
+}
+
+std::string const& nameOf(FoundFile const& found) {
+    auto const* failure = std::get_if<LoadFailure>(&found);
+    return failure != nullptr ? failure->name : std::get<std::string>(found);
 }
 
 std::variant<SourceFile, LoadFailure> load(FoundFile const& found) {
@@ -70,48 +84,56 @@ class Run {
         std::vector<FoundFile> const files =
             findFiles(options.paths, options.syntax == SourceSyntax::Lines ? FileFilter::AllFiles
                                                                            : FileFilter::Scripts);
-        Progress progress(terminal, files.size());
+        Progress progress(terminal, files.size(), isDumb() ? Progress::never : Progress::patience);
         for (std::size_t index = 0; index < files.size(); ++index) {
             if (auto const* path = std::get_if<std::string>(&files[index])) {
                 progress.show(index, *path);
             }
-            write(read(files[index]), progress);
+            read(files[index], progress);
         }
         progress.erase();
-        output.write(report->finish(summary, std::chrono::steady_clock::now() - start));
+        report->finish(summary, std::chrono::steady_clock::now() - start);
         output.flush();
     }
 
     ExitStatus status() const noexcept {
+        if (isOutOfMemory) {
+            return ExitStatus::OutOfMemory;
+        }
         return summary.errors > 0 ? ExitStatus::ErrorsFound : ExitStatus::Success;
     }
 
   private:
-    std::string read(FoundFile const& found) {
-        auto loaded = load(found);
-        if (auto const* failure = std::get_if<LoadFailure>(&loaded)) {
-            summary.count(*failure);
-            return report->add(*failure);
-        }
-        AnalysedFile const file = analyse(
-            std::move(std::get<SourceFile>(loaded)),
-            {options.syntax, options.behavior, options.showsScopes, options.showsUnusedImports});
-        summary.count(file);
-        return report->add(file);
-    }
-
-    void write(std::string const& text, Progress& progress) {
-        if (text.empty()) {
-            return;
-        }
-        if (!output.isTerminal()) {
-            output.write(text);
-            return;
+    /// One file that takes too much memory does not cost the reports of others.
+    void read(FoundFile const& found, Progress& progress) {
+        std::variant<AnalysedFile, LoadFailure> read = LoadFailure();
+        try {
+            read = analyse(found);
+        } catch (std::bad_alloc const&) {
+            isOutOfMemory = true;
+            read = LoadFailure{nameOf(found), "out of memory", std::nullopt};
         }
         // Report and progress share the terminal.
         progress.erase();
-        output.write(text);
-        output.flush();
+        std::visit(
+            [this](auto const& what) {
+                summary.count(what);
+                report->add(what);
+            },
+            read);
+        if (output.isTerminal() || isOutOfMemory) {
+            output.flush();
+        }
+    }
+
+    std::variant<AnalysedFile, LoadFailure> analyse(FoundFile const& found) const {
+        auto loaded = load(found);
+        if (auto* failure = std::get_if<LoadFailure>(&loaded)) {
+            return std::move(*failure);
+        }
+        return explorer::analyse(
+            std::move(std::get<SourceFile>(loaded)),
+            {options.syntax, options.behavior, options.showsScopes, options.showsUnusedImports});
     }
 
     Options const& options;
@@ -119,6 +141,7 @@ class Run {
     Output& terminal;
     std::unique_ptr<IReport> report;
     Summary summary;
+    bool isOutOfMemory = false;
 };
 
 } // namespace
@@ -130,6 +153,9 @@ ExitStatus explore(Options const& options, Output& output, Output& terminal) {
         run.readAll();
     } catch (OutputClosed const&) {
         // Who asked for the report has seen enough of it.
+    } catch (std::bad_alloc const&) {
+        output.flush();
+        throw;
     }
     return run.status();
 }

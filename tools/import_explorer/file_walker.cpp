@@ -13,32 +13,62 @@ namespace {
 
 namespace fs = std::filesystem;
 
+enum class KindOfEntry {
+    Folder,
+    File,
+    /// Named like a file that is meant, but something that is not read.
+    Unreadable,
+};
+
 struct Entry {
     fs::path path;
-    bool isFolder = false;
+    KindOfEntry kind = KindOfEntry::File;
+    /// Why it is not read.
+    std::string reason;
 };
 
 bool isHidden(fs::path const& path) {
     return path.filename().native().starts_with('.');
 }
 
-/// Appends the files and folders in \p folder that count, the last in the alphabet first.
+/// What stands in a folder, if it counts. Folders usually know the kinds of their entries, even of
+/// those that cannot be reached.
+std::optional<Entry> classify(fs::directory_entry const& found, FileFilter filter) {
+    fs::path const& path = found.path();
+    if (isHidden(path)) {
+        return std::nullopt;
+    }
+    bool const isMeant = filter == FileFilter::AllFiles || path.native().ends_with(scriptSuffix);
+    std::error_code error;
+    bool const isLink = found.is_symlink(error);
+    bool const isFolder = !error && found.is_directory(error);
+    if (isLink && (isFolder || isMeant)) {
+        return Entry{path, KindOfEntry::Unreadable,
+                     "a symbolic link in a folder is not followed: name it to read it"};
+    }
+    if (isFolder) {
+        return Entry{path, KindOfEntry::Folder, {}};
+    }
+    bool const isFile = !error && found.is_regular_file(error);
+    if (error && !isLink) {
+        return Entry{path, KindOfEntry::Unreadable, "cannot tell what it is: " + error.message()};
+    }
+    if (!isMeant) {
+        return std::nullopt;
+    }
+    return isFile ? Entry{path, KindOfEntry::File, {}}
+                  : Entry{path, KindOfEntry::Unreadable, "not a file"};
+}
+
+/// Appends what counts in \p folder, the last in the alphabet first.
 std::error_code listInReverse(fs::path const& folder, FileFilter filter,
                               std::vector<Entry>& entries) {
     std::error_code error;
     auto const numberBefore = static_cast<std::ptrdiff_t>(entries.size());
     for (fs::directory_iterator position(folder, error), end; !error && position != end;
          position.increment(error)) {
-        fs::path const& path = position->path();
-        // An entry whose kind cannot be told is taken for a file; opening it tells why.
-        std::error_code statusError;
-        fs::file_type const type = position->symlink_status(statusError).type();
-        bool const isFolder = type == fs::file_type::directory;
-        bool const isFile = type == fs::file_type::regular || type == fs::file_type::none;
-        bool const isMeant =
-            filter == FileFilter::AllFiles || path.native().ends_with(scriptSuffix);
-        if (!isHidden(path) && (isFolder || (isFile && isMeant))) {
-            entries.push_back({path, isFolder});
+        if (std::optional<Entry> entry = classify(*position, filter)) {
+            entries.push_back(std::move(*entry));
         }
     }
     std::sort(entries.begin() + numberBefore, entries.end(),
@@ -48,15 +78,23 @@ std::error_code listInReverse(fs::path const& folder, FileFilter filter,
 
 /// Deep trees must not exhaust the stack, so the folders still to be done are kept here.
 void findBelow(fs::path const& root, FileFilter filter, std::vector<FoundFile>& found) {
-    std::vector<Entry> pending{{root, true}};
+    std::vector<Entry> pending{{root, KindOfEntry::Folder, {}}};
     while (!pending.empty()) {
         Entry const entry = std::move(pending.back());
         pending.pop_back();
-        if (!entry.isFolder) {
+        switch (entry.kind) {
+        case KindOfEntry::File:
             found.emplace_back(entry.path.native());
-        } else if (std::error_code const error = listInReverse(entry.path, filter, pending)) {
-            found.emplace_back(LoadFailure{
-                entry.path.native(), "cannot read the folder: " + error.message(), std::nullopt});
+            break;
+        case KindOfEntry::Unreadable:
+            found.emplace_back(LoadFailure{entry.path.native(), entry.reason, std::nullopt});
+            break;
+        case KindOfEntry::Folder:
+            if (std::error_code const error = listInReverse(entry.path, filter, pending)) {
+                found.emplace_back(LoadFailure{entry.path.native(),
+                                               "cannot read the folder: " + error.message(),
+                                               std::nullopt});
+            }
         }
     }
 }

@@ -22,12 +22,13 @@ enum class FileFilter {
     AllFiles,
 };
 
-/// A file to read, or a folder that could not be read.
+/// A file to read, or why something that may be meant is not read.
 using FoundFile = std::variant<std::string, LoadFailure>;
 
 /// The files at \p paths, in that order; a folder stands for the files in and below it, sorted by
-/// name. Within a folder, hidden files and folders are left out and symbolic links are not
-/// followed.
+/// name. Within a folder, hidden files and folders are left out. Symbolic links are not followed,
+/// since they can lead in circles: each that leads to a folder, or would be read as a file, is a
+/// failure.
 std::vector<FoundFile> findFiles(std::vector<std::string> const& paths, FileFilter filter);
 
 } // namespace explorer

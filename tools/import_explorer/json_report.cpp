@@ -1,184 +1,289 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/json_report.hpp>
 
+#include <import_explorer/display_width.hpp>
+#include <import_explorer/json_writer.hpp>
 #include <import_explorer/message_catalogue.hpp>
+#include <import_explorer/utf8.hpp>
 
-#include <nlohmann/json.hpp>
-
+#include <array>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace explorer {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-template <typename Value>
-Json orNull(std::optional<Value> const& value) {
-    return value ? Json(*value) : Json();
-}
-
-void addRange(Json& object, SourceRange const& range) {
-    object["line"] = range.line;
-    object["column"] = range.column;
-    object["offset"] = range.begin;
-    object["length"] = range.end - range.begin;
-}
-
-Json toJson(Word const& argument) {
-    Json object{{"text", argument.text}};
-    addRange(object, argument.range);
-    return object;
-}
-
-Json toJson(EntryReference const& reference) {
-    return {{"command", reference.command}, {"entry", reference.entry}};
-}
-
-Json toJson(HiddenEntry const& hidden) {
-    return {{"entry", toJson(hidden.entry)}, {"by", toJson(hidden.by)}};
-}
-
-Json toJson(AnalysedEntry const& entry);
-Json toJson(AnalysedCommand const& analysed);
-Json toJson(AnalysedUse const& analysed);
-Json toJson(Diagnostic const& diagnostic);
-
-template <typename Element>
-Json toJson(std::vector<Element> const& elements) {
-    Json array = Json::array();
-    for (Element const& element : elements) {
-        array.push_back(toJson(element));
+std::string cut(std::string_view text) {
+    if (text.size() <= longestJsonText) {
+        return std::string(text);
     }
-    return array;
-}
-
-template <typename Element>
-Json toJson(Capped<Element> const& elements) {
-    return {{"listed", toJson(elements.listed)}, {"omitted", elements.omitted}};
-}
-
-Json orNull(std::optional<EntryReference> const& reference) {
-    return reference ? toJson(*reference) : Json();
-}
-
-Json toJson(AnalysedEntry const& entry) {
-    return {{"kind", toText(entry.kind)},
-            {"text", entry.text},
-            {"introducedName", orNull(entry.introducedName)},
-            {"rootElement", orNull(entry.rootElement)},
-            {"argument", entry.argument},
-            {"outcome", toText(entry.outcome)},
-            {"earlier", orNull(entry.earlier)},
-            {"used", entry.isUsed}};
-}
-
-Json toJson(AnalysedCommand const& analysed) {
-    Json object{{"scope", analysed.command.scope}, {"dynamic", analysed.command.isDynamic}};
-    addRange(object, analysed.command.range);
-    object["arguments"] = toJson(analysed.command.arguments);
-    object["entries"] = toJson(analysed.entries);
-    return object;
-}
-
-Json toJson(AnalysedUse const& analysed) {
-    Json object{{"scope", analysed.use.scope}};
-    object.update(toJson(analysed.use.name));
-    object["name"] = analysed.name;
-    object["imports"] = toJson(analysed.imports);
-    object["wildcards"] = toJson(analysed.wildcards);
-    object["unknown"] = analysed.isUnknown();
-    object["suggestion"] = orNull(analysed.suggestion);
-    return object;
-}
-
-Json toJson(Note const& note) {
-    Json object{{"message", fillPlaces(note.words, note.arguments)},
-                {"messageArguments", note.arguments}};
-    addRange(object, note.range);
-    return object;
-}
-
-Json toJson(Diagnostic const& diagnostic) {
-    bool const isError = diagnostic.severity == lf::import::Severity::Error;
-    Json object{{"severity", isError ? "error" : "warning"},
-                {"key", diagnostic.key.empty() ? Json() : Json(diagnostic.key)},
-                {"message", fillPlaces(diagnostic.words, diagnostic.arguments)},
-                {"messageArguments", diagnostic.arguments}};
-    addRange(object, diagnostic.range);
-    object["command"] = orNull(diagnostic.command);
-    object["argument"] = orNull(diagnostic.argument);
-    object["note"] = diagnostic.note ? toJson(*diagnostic.note) : Json();
-    return object;
-}
-
-Json toJson(AnalysedScope const& analysed, ScopeDetail detail) {
-    Json object{{"name", analysed.scope.name}, {"parent", orNull(analysed.scope.parent)}};
-    addRange(object, analysed.scope.range);
-    object["imports"] = toJson(analysed.entries);
-    if (detail == ScopeDetail::ImportsAndView) {
-        object["inherited"] = analysed.view ? toJson(analysed.view->inherited) : Json();
-        object["hidden"] = analysed.view ? toJson(analysed.view->hidden) : Json();
+    std::size_t size = longestJsonText;
+    while (size > 0 && isContinuationByte(text[size])) {
+        --size;
     }
-    return object;
+    return std::string(text.substr(0, size)).append(cutMark);
 }
 
-Json toJson(AnalysedFile const& file, ScopeDetail detail) {
-    Json object{{"name", file.source.name()}};
-    Json& scopes = object["scopes"] = Json::array();
-    for (AnalysedScope const& scope : file.scopes) {
-        scopes.push_back(toJson(scope, detail));
+std::optional<std::string> cutIfAny(std::optional<std::string> const& text) {
+    return text ? std::optional(cut(*text)) : std::nullopt;
+}
+
+std::vector<std::string> cutEach(std::vector<std::string> texts) {
+    for (std::string& text : texts) {
+        text = cut(text);
     }
-    object["commands"] = toJson(file.commands);
-    object["uses"] = toJson(file.uses);
-    object["diagnostics"] = toJson(file.diagnostics);
-    return object;
+    return texts;
 }
 
-Json toJson(Summary const& summary) {
-    return {{"files", summary.files},       {"commands", summary.commands},
-            {"uses", summary.uses},         {"entries", summary.entries()},
-            {"names", summary.names},       {"wildcards", summary.wildcards},
-            {"packages", summary.packages}, {"errors", summary.errors},
-            {"warnings", summary.warnings}};
-}
-
-class JsonReport final : public IReport {
+/// Writes one file, each scope, command, use and diagnostic in a line of its own.
+class FileWriter {
   public:
-    JsonReport(bool packageImports, ScopeDetail chosenDetail)
-        : scopeDetail(chosenDetail),
-          document{{"schemaVersion", jsonSchemaVersion},
-                   {"packageImports", packageImports},
-                   {"files", Json::array()},
-                   {"failures", Json::array()}} {}
+    FileWriter(JsonWriter& writer, AnalysedFile const& analysedFile, ScopeDetail scopeDetail)
+        : json(writer), file(analysedFile), detail(scopeDetail) {}
 
-    std::string add(AnalysedFile const& file) override {
-        document["files"].push_back(toJson(file, scopeDetail));
-        return {};
-    }
-
-    std::string add(LoadFailure const& failure) override {
-        document["failures"].push_back({{"name", failure.name},
-                                        {"message", failure.reason},
-                                        {"offset", orNull(failure.offset)}});
-        return {};
-    }
-
-    std::string finish(Summary const& summary, std::chrono::duration<double>) override {
-        document["summary"] = toJson(summary);
-        return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    void write() {
+        json.beginObject(JsonLayout::Lines);
+        json.field("name", file.source.name());
+        writeArray("scopes", file.scopes, JsonLayout::Lines);
+        writeArray("commands", file.commands, JsonLayout::Lines);
+        writeArray("uses", file.uses, JsonLayout::Lines);
+        writeArray("diagnostics", file.diagnostics, JsonLayout::Lines);
+        json.endObject();
     }
 
   private:
+    template <typename Elements>
+    void writeArray(std::string_view key, Elements const& elements,
+                    JsonLayout layout = JsonLayout::Inline) {
+        json.key(key);
+        json.beginArray(layout);
+        for (auto const& element : elements) {
+            write(element);
+        }
+        json.endArray();
+    }
+
+    template <typename Element>
+    void writeCapped(std::string_view key, Capped<Element> const& elements) {
+        json.key(key);
+        json.beginObject();
+        writeArray("listed", elements.listed);
+        json.field("omitted", elements.omitted);
+        json.endObject();
+    }
+
+    void writeRange(SourceRange const& range) {
+        json.field("line", range.line);
+        json.field("column", range.column);
+        json.field("offset", range.begin);
+        json.field("length", range.end - range.begin);
+    }
+
+    void writeOptional(std::string_view key, std::optional<EntryReference> const& reference) {
+        json.key(key);
+        if (reference) {
+            write(*reference);
+        } else {
+            json.value(nullptr);
+        }
+    }
+
+    void write(std::string const& text) { json.value(text); }
+
+    void write(EntryReference const& reference) {
+        json.beginObject();
+        json.field("command", reference.command);
+        json.field("entry", reference.entry);
+        json.endObject();
+    }
+
+    void write(HiddenEntry const& hidden) {
+        json.beginObject();
+        json.key("entry");
+        write(hidden.entry);
+        json.key("by");
+        write(hidden.by);
+        json.endObject();
+    }
+
+    void write(AnalysedScope const& analysed) {
+        json.beginObject();
+        json.field("name", cut(analysed.scope.name));
+        json.field("parent", analysed.scope.parent);
+        writeRange(analysed.scope.range);
+        writeArray("imports", analysed.entries);
+        if (detail == ScopeDetail::ImportsAndView) {
+            writeView(analysed.view);
+        }
+        json.endObject();
+    }
+
+    void writeView(std::optional<ScopeView> const& view) {
+        if (view) {
+            writeCapped("inherited", view->inherited);
+            writeCapped("hidden", view->hidden);
+        } else {
+            json.field("inherited", nullptr);
+            json.field("hidden", nullptr);
+        }
+    }
+
+    void write(AnalysedCommand const& analysed) {
+        json.beginObject();
+        json.field("scope", analysed.command.scope);
+        json.field("dynamic", analysed.command.isDynamic);
+        writeRange(analysed.command.range);
+        writeArray("arguments", analysed.command.arguments);
+        writeArray("entries", analysed.entries);
+        json.endObject();
+    }
+
+    void write(Word const& argument) {
+        json.beginObject();
+        json.field("text", cut(argument.text));
+        writeRange(argument.range);
+        json.endObject();
+    }
+
+    void write(AnalysedEntry const& entry) {
+        json.beginObject();
+        json.field("kind", toText(entry.kind));
+        json.field("text", cut(entry.text));
+        json.field("introducedName", cutIfAny(entry.introducedName));
+        json.field("rootElement", cutIfAny(entry.rootElement));
+        json.field("argument", entry.argument);
+        json.field("outcome", toText(entry.outcome));
+        writeOptional("earlier", entry.earlier);
+        json.field("used", entry.isUsed);
+        json.endObject();
+    }
+
+    void write(AnalysedUse const& analysed) {
+        json.beginObject();
+        json.field("scope", analysed.use.scope);
+        json.field("text", cut(analysed.use.name.text));
+        writeRange(analysed.use.name.range);
+        json.field("name", cut(analysed.name));
+        writeArray("imports", analysed.imports);
+        writeCapped("wildcards", analysed.wildcards);
+        json.field("unknown", analysed.isUnknown());
+        writeOptional("suggestion", analysed.suggestion);
+        json.endObject();
+    }
+
+    void write(Diagnostic const& diagnostic) {
+        bool const isError = diagnostic.severity == lf::import::Severity::Error;
+        std::vector<std::string> const arguments = cutEach(diagnostic.arguments);
+        json.beginObject();
+        json.field("severity", isError ? "error" : "warning");
+        json.field("key", diagnostic.key.empty() ? std::nullopt : std::optional(diagnostic.key));
+        json.field("message", fillPlaces(diagnostic.words, arguments));
+        writeArray("messageArguments", arguments);
+        writeRange(diagnostic.range);
+        json.field("command", diagnostic.command);
+        json.field("argument", diagnostic.argument);
+        json.key("note");
+        if (diagnostic.note) {
+            write(*diagnostic.note);
+        } else {
+            json.value(nullptr);
+        }
+        json.endObject();
+    }
+
+    void write(Note const& note) {
+        NoteInWords const inWords = describe(file, note);
+        std::array const arguments{cut(inWords.argument)};
+        json.beginObject();
+        json.field("message", fillPlaces(inWords.words, arguments));
+        json.key("entry");
+        write(note.entry);
+        writeRange(inWords.range);
+        json.endObject();
+    }
+
+    JsonWriter& json;
+    AnalysedFile const& file;
+    ScopeDetail detail;
+};
+
+class JsonReport final : public IReport {
+  public:
+    JsonReport(ITextSink& sink, bool hasPackageImports, ScopeDetail chosenDetail)
+        : json(sink), packageImports(hasPackageImports), scopeDetail(chosenDetail) {}
+
+    void add(AnalysedFile const& file) override {
+        beginFiles();
+        FileWriter(json, file, scopeDetail).write();
+    }
+
+    /// Failures stand behind the files.
+    void add(LoadFailure const& failure) override { failures.push_back(failure); }
+
+    void finish(Summary const& summary, std::chrono::duration<double> /*time*/) override {
+        beginFiles();
+        json.endArray();
+        json.key("failures");
+        json.beginArray(JsonLayout::Lines);
+        for (LoadFailure const& failure : failures) {
+            write(failure);
+        }
+        json.endArray();
+        json.key("summary");
+        write(summary);
+        json.endObject();
+    }
+
+  private:
+    void beginFiles() {
+        if (std::exchange(isBegun, true)) {
+            return;
+        }
+        json.beginObject(JsonLayout::Lines);
+        json.field("schemaVersion", jsonSchemaVersion);
+        json.field("packageImports", packageImports);
+        json.key("files");
+        json.beginArray(JsonLayout::Lines);
+    }
+
+    void write(LoadFailure const& failure) {
+        json.beginObject();
+        json.field("name", failure.name);
+        json.field("message", failure.reason);
+        json.field("offset", failure.offset);
+        json.endObject();
+    }
+
+    void write(Summary const& summary) {
+        json.beginObject();
+        json.field("files", summary.files);
+        json.field("commands", summary.commands);
+        json.field("uses", summary.uses);
+        json.field("entries", summary.entries());
+        json.field("names", summary.names);
+        json.field("wildcards", summary.wildcards);
+        json.field("packages", summary.packages);
+        json.field("errors", summary.errors);
+        json.field("warnings", summary.warnings);
+        json.endObject();
+    }
+
+    JsonWriter json;
+    bool packageImports;
     ScopeDetail scopeDetail;
-    Json document;
+    bool isBegun = false;
+    std::vector<LoadFailure> failures;
 };
 
 } // namespace
 
-std::unique_ptr<IReport> createJsonReport(bool packageImports, ScopeDetail detail) {
-    return std::make_unique<JsonReport>(packageImports, detail);
+std::unique_ptr<IReport> createJsonReport(ITextSink& sink, bool packageImports,
+                                          ScopeDetail detail) {
+    return std::make_unique<JsonReport>(sink, packageImports, detail);
 }
 
 } // namespace explorer

@@ -7,12 +7,13 @@
 
 #include <import_explorer/report.hpp>
 
+#include <cstddef>
 #include <memory>
 
 namespace explorer {
 
 /// Raised with every change that could break a reader of the document.
-inline constexpr int jsonSchemaVersion = 2;
+inline constexpr int jsonSchemaVersion = 3;
 
 /// What the document says of scopes.
 enum class ScopeDetail {
@@ -21,9 +22,13 @@ enum class ScopeDetail {
     ImportsAndView,
 };
 
-/// Creates a report that collects the document, in UTF-8, and returns it at the end. The same input
-/// always gives the same bytes: keys have a fixed order, and nothing depends on when or how fast it
-/// was written. What is not UTF-8 in the name of a file is replaced by U+FFFD.
-std::unique_ptr<IReport> createJsonReport(bool packageImports, ScopeDetail detail);
+/// A text of a script that takes more bytes is cut at the end of a character, and a mark is put
+/// behind it.
+inline constexpr std::size_t longestJsonText = 200;
+
+/// Creates a report that writes the document, in UTF-8, file by file. The same input always gives
+/// the same bytes: keys have a fixed order, and nothing depends on when or how fast it was written.
+/// What is not UTF-8 in the name of a file is replaced by U+FFFD.
+std::unique_ptr<IReport> createJsonReport(ITextSink& sink, bool packageImports, ScopeDetail detail);
 
 } // namespace explorer

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <system_error>
 #include <variant>
 
@@ -33,6 +34,11 @@ ExitStatus fail(char const* context, std::exception const& error) {
     return ExitStatus::Failure;
 }
 
+ExitStatus failForMemory() {
+    std::cerr << "import_explorer: error: out of memory\n";
+    return ExitStatus::OutOfMemory;
+}
+
 ExitStatus runGuarded(int argc, char const* const* argv) {
     try {
         return run(argc, argv);
@@ -40,6 +46,8 @@ ExitStatus runGuarded(int argc, char const* const* argv) {
         return ExitStatus::Success;
     } catch (std::system_error const& error) {
         return fail("cannot write the output: ", error);
+    } catch (std::bad_alloc const&) {
+        return failForMemory();
     } catch (std::exception const& error) {
         return fail("", error);
     }

@@ -30,7 +30,8 @@ Example:
   }
   $ import_explorer hello.import
 
-Exit status: 0; 1 if there were errors in the input; 2 for a wrong command line.)";
+Exit status: 0; 1 if there were errors in the input or something could not be read;
+2 for a wrong command line, or when the output cannot be written; 3 if memory did not suffice.)";
 
 Behavior toBehavior(std::string const& packages) {
     if (packages == "on") {

@@ -22,6 +22,8 @@ enum class ExitStatus : std::uint8_t {
     ErrorsFound = 1,
     /// The command line was wrong, or the output could not be written.
     Failure = 2,
+    /// Memory did not suffice for a file; the report says for which.
+    OutOfMemory = 3,
 };
 
 enum class ReportFormat {

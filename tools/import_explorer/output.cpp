@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/output.hpp>
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <system_error>
 
 namespace explorer {
@@ -11,17 +13,38 @@ namespace explorer {
 namespace {
 
 constexpr std::size_t pieceSize = 65536;
+constexpr std::size_t usualColumns = 80;
+constexpr std::string_view resetSequence = "\x1b[0m";
+
+// What a signal handler can know.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+volatile std::sig_atomic_t colouredTerminal = -1;
+
+extern "C" void resetColours(int signal) {
+    // A terminal that takes no more keeps its colours.
+    static_cast<void>(!::write(colouredTerminal, resetSequence.data(), resetSequence.size()));
+    static_cast<void>(std::signal(signal, SIG_DFL));
+    static_cast<void>(std::raise(signal));
+}
 
 } // namespace
+
+Output::Output(int fileDescriptor) : descriptor(fileDescriptor) {
+    pending.reserve(2 * pieceSize);
+}
 
 char const* OutputClosed::what() const noexcept {
     return "the output is closed";
 }
 
 void Output::write(std::string_view text) {
-    pending += text;
-    if (pending.size() >= pieceSize) {
-        flush();
+    while (!text.empty()) {
+        std::string_view const piece = text.substr(0, pieceSize);
+        pending += piece;
+        text.remove_prefix(piece.size());
+        if (pending.size() >= pieceSize) {
+            flush();
+        }
     }
 }
 
@@ -42,6 +65,23 @@ void Output::flush() {
 
 bool Output::isTerminal() const noexcept {
     return ::isatty(descriptor) == 1;
+}
+
+std::size_t Output::columns() const noexcept {
+    winsize size{};
+    // The interface of the system is variadic. NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg)
+    bool const isKnown = ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return isKnown ? size.ws_col : usualColumns;
+}
+
+void Output::resetColoursOnInterrupt() const {
+    colouredTerminal = descriptor;
+    for (int const signal : {SIGINT, SIGTERM, SIGHUP}) {
+        // Who starts a program can have it ignore a signal.
+        if (std::signal(signal, resetColours) == SIG_IGN) {
+            static_cast<void>(std::signal(signal, SIG_IGN));
+        }
+    }
 }
 
 } // namespace explorer

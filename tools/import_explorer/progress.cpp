@@ -3,24 +3,24 @@
 
 #include <import_explorer/display_width.hpp>
 
+#include <algorithm>
 #include <exception>
 
 namespace explorer {
 
 namespace {
 
-constexpr std::chrono::milliseconds patience{500};
 constexpr std::chrono::milliseconds interval{100};
-constexpr std::size_t widthOfName = 50;
+constexpr std::size_t widthOfLine = 80;
 constexpr char const* eraseLine = "\r\x1b[K";
 
 } // namespace
 
-Progress::Progress(Output& terminal, std::size_t total)
+Progress::Progress(Output& terminal, std::size_t total, Clock::duration delay)
     : output(terminal),
       numberOfFiles(total),
-      isEnabled(terminal.isTerminal()),
-      nextDrawing(Clock::now() + patience) {}
+      isEnabled(terminal.isTerminal() && delay != never),
+      nextDrawing(Clock::now() + (isEnabled ? delay : Clock::duration::zero())) {}
 
 Progress::~Progress() {
     try {
@@ -32,7 +32,9 @@ Progress::~Progress() {
 }
 
 void Progress::show(std::size_t done, std::string const& name) {
-    if (!isEnabled) {
+    // A line that is wrapped could not be erased.
+    std::size_t const columns = std::min(output.columns() - 1, widthOfLine);
+    if (!isEnabled || columns < cutMark.size()) {
         return;
     }
     Clock::time_point const now = Clock::now();
@@ -41,8 +43,9 @@ void Progress::show(std::size_t done, std::string const& name) {
     }
     nextDrawing = now + interval;
     isShown = true;
-    output.write(eraseLine + std::to_string(done) + " of " + std::to_string(numberOfFiles) +
-                 " files  " + displayText(name, widthOfName).text);
+    std::string const line =
+        std::to_string(done) + " of " + std::to_string(numberOfFiles) + " files  " + name;
+    output.write(eraseLine + displayText(line, columns).text);
     output.flush();
 }
 

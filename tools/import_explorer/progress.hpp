@@ -15,8 +15,14 @@ namespace explorer {
 /// Draws one line, again and again in the same place. Short runs show nothing.
 class Progress {
   public:
+    using Clock = std::chrono::steady_clock;
+
+    static constexpr Clock::duration patience = std::chrono::milliseconds(500);
+    static constexpr Clock::duration never = Clock::duration::max();
+
     /// \param total the number of files of the run.
-    Progress(Output& terminal, std::size_t total);
+    /// \param delay how long a run shows nothing; never for a terminal that cannot draw in place.
+    Progress(Output& terminal, std::size_t total, Clock::duration delay);
     Progress(Progress const&) = delete;
     Progress& operator=(Progress const&) = delete;
     ~Progress();
@@ -28,8 +34,6 @@ class Progress {
     void erase();
 
   private:
-    using Clock = std::chrono::steady_clock;
-
     Output& output;
     std::size_t numberOfFiles;
     bool isEnabled;

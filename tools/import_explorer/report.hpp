@@ -7,14 +7,13 @@
 #include <import_explorer/analysis.hpp>
 #include <import_explorer/source_file.hpp>
 #include <import_explorer/summary.hpp>
+#include <import_explorer/text_sink.hpp>
 
 #include <chrono>
-#include <string>
 
 namespace explorer {
 
-/// A report on a run. Each operation returns the text by which the report grows, which may be
-/// empty.
+/// A report on a run, which is written file by file to the sink that it was made for.
 class IReport {
   public:
     IReport() = default;
@@ -22,9 +21,9 @@ class IReport {
     IReport& operator=(IReport const&) = delete;
     virtual ~IReport() = default;
 
-    virtual std::string add(AnalysedFile const& file) = 0;
-    virtual std::string add(LoadFailure const& failure) = 0;
-    virtual std::string finish(Summary const& summary, std::chrono::duration<double> time) = 0;
+    virtual void add(AnalysedFile const& file) = 0;
+    virtual void add(LoadFailure const& failure) = 0;
+    virtual void finish(Summary const& summary, std::chrono::duration<double> time) = 0;
 };
 
 } // namespace explorer

@@ -5,6 +5,7 @@
 /// The import lists of a script's scopes, with the way back from their entries to the source.
 
 #include <import_explorer/analysis.hpp>
+#include <import_explorer/open_scopes.hpp>
 #include <import_explorer/script_reader.hpp>
 
 #include <import/import_list.hpp>
@@ -12,9 +13,8 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
-#include <string>
+#include <span>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace explorer {
@@ -28,61 +28,41 @@ struct Addition {
     std::optional<resource_core::GenericMsgIDHolder> refusal;
 };
 
-/// A name that a scope sees.
-struct VisibleName {
-    /// Lives until the list that holds it is added to.
-    std::u16string_view name;
-    EntryReference entry;
-};
-
-/// A list for each scope, chained to the one of its parent. The lists decide; what stands beside
-/// them only tells where an entry that they name comes from.
+/// A list for each scope, chained to that of the nearest scope around it that imports something.
+/// The lists decide; what stands beside them only tells where an entry that they name comes from.
 class ScopeLists {
   public:
-    explicit ScopeLists(std::vector<Scope> const& scopes);
+    ScopeLists(std::span<AnalysedScope const> scopes, std::span<Statement const> statements);
 
-    /// Adds \p entry, which is known as \p reference from then on.
-    Addition add(ScopeIndex scope, lf::import::ImportEntry&& entry, bool isDynamic,
+    /// The list of \p scope; nothing for a scope that lies too deep.
+    lf::import::IImportList const* listOf(ScopeIndex scope) const { return lists.at(scope).get(); }
+
+    /// Makes \p scope, which has a list, the one that is asked. Scopes are entered in their order.
+    void enter(ScopeIndex scope);
+
+    /// Adds \p entry, which is known as \p reference from then on and described by \p described.
+    Addition add(lf::import::ImportEntry&& entry, bool isDynamic, AnalysedEntry const& described,
                  EntryReference reference);
 
     /// The package and the fully qualified name that introduce \p name, as far as there are, the
     /// nearest first.
-    std::vector<EntryReference> find(ScopeIndex scope, std::u16string_view name) const;
+    std::vector<EntryReference> find(std::string_view name) const;
 
-    /// The wildcards that \p scope sees, outward.
-    std::vector<EntryReference> visibleWildcards(ScopeIndex scope) const;
+    /// The wildcards that the scope sees, outward, which may all supply a name.
+    Capped<EntryReference> reachWildcards() { return origins.reachWildcards(); }
 
-    /// The names that \p scope sees, packages first, at most \p limit of them.
-    std::vector<VisibleName> visibleNames(ScopeIndex scope, std::size_t limit) const;
+    /// The packages and names of the scope and of those around it, outermost first.
+    std::span<EntryReference const> named() const noexcept { return origins.named(); }
 
-    ScopeView view(ScopeIndex scope) const;
+    /// The wildcards that were reached. To be asked at the end.
+    std::span<EntryReference const> reachedWildcards();
 
   private:
-    using References = std::unordered_map<std::u16string, EntryReference>;
+    std::optional<EntryReference> findConflict(AnalysedEntry const& refused) const;
 
-    /// No scope has two packages of a name, or two dotted imports of the same text.
-    struct ScopeRecord {
-        std::optional<ScopeIndex> parent;
-        std::shared_ptr<lf::import::IImportList> list;
-        References packagesByName;
-        References dottedByText;
-        /// The first with each root element.
-        References dottedByRoot;
-    };
-
-    class OutwardSearch;
-
-    static void remember(ScopeRecord& record, lf::import::ImportEntry const& entry,
-                         EntryReference reference);
-    std::optional<EntryReference> findConflict(ScopeIndex scope,
-                                               lf::import::ImportEntry const& entry) const;
-    static std::optional<EntryReference> findOwn(ScopeRecord const& record,
-                                                 std::u16string_view name);
-    std::optional<EntryReference> findPackage(ScopeIndex scope, std::u16string_view name) const;
-    template <typename Entry>
-    void compareViews(ScopeIndex scope, ScopeView& view) const;
-
-    std::vector<ScopeRecord> records;
+    std::vector<std::shared_ptr<lf::import::IImportList>> lists;
+    OpenScopes origins;
+    ScopeIndex current = 0;
 };
 
 } // namespace explorer

@@ -27,20 +27,22 @@ std::string lineOf(AnalysedFile const& file, EntryReference const& reference) {
 /// the scopes around the current one to their later parts.
 class ScopeTree {
   public:
-    ScopeTree(AnalysedFile const& analysedFile, Style chosenStyle)
-        : file(analysedFile), style(chosenStyle), lastChildren(file.scopes.size(), 0) {
+    ScopeTree(AnalysedFile const& analysedFile, Style chosenStyle, ITextSink& target)
+        : file(analysedFile),
+          style(chosenStyle),
+          sink(target),
+          lastChildren(file.scopes.size(), 0) {
         for (ScopeIndex scope = 1; scope < file.scopes.size(); ++scope) {
             lastChildren.at(*file.scopes[scope].scope.parent) = scope;
         }
     }
 
-    std::string draw() && {
+    void draw() {
         for (ScopeIndex scope = 0; scope < file.scopes.size(); ++scope) {
             bool const hasChildren = lastChildren[scope] != 0;
             drawHeading(scope);
             drawDetails(file.scopes[scope], hasChildren ? "│  " : "   ");
         }
-        return std::move(drawing);
     }
 
   private:
@@ -49,59 +51,64 @@ class ScopeTree {
         if (!scope.parent) {
             std::string const name =
                 harmless(file.source.name(), std::numeric_limits<std::size_t>::max());
-            drawing += style.apply(Role::Strong, "file " + name) + "\n";
+            sink.write(style.apply(Role::Strong, "file " + name) + "\n");
             return;
         }
         bool const isLast = lastChildren[*scope.parent] == index;
         // The guides of the scope's own depth and of all deeper ones are over.
         guides.resize(std::min(level, deepestViewedLevel) - 1);
-        drawGuides();
-        drawing += style.apply(Role::Faint, isLast ? "└─ " : "├─ ");
-        drawing += style.apply(Role::Strong, "scope " + harmless(scope.name));
-        drawing += style.apply(Role::Faint, "  line " + std::to_string(scope.range.line));
+        std::string line = leadingGuides();
+        line += style.apply(Role::Faint, isLast ? "└─ " : "├─ ");
+        line += style.apply(Role::Strong, "scope " + harmless(scope.name));
+        line += style.apply(Role::Faint, "  line " + std::to_string(scope.range.line));
         if (level > deepestViewedLevel) {
-            drawing += style.apply(Role::Faint, ", level " + std::to_string(level));
+            line += style.apply(Role::Faint, ", level " + std::to_string(level));
         }
-        drawing += '\n';
+        sink.write(line + "\n");
         guides.emplace_back(isLast ? "   " : "│  ");
     }
 
-    void drawGuides() {
+    std::string leadingGuides() const {
         std::string line;
         for (std::string_view const guide : guides) {
             line += guide;
         }
-        drawing += style.apply(Role::Faint, line);
+        return style.apply(Role::Faint, line);
     }
 
     void drawDetails(AnalysedScope const& scope, std::string_view guide) {
-        std::vector<Row> rows;
-        for (EntryReference const& entry : scope.entries) {
-            rows.push_back(makeRow("imports", entry, lineOf(file, entry)));
-        }
-        if (scope.view) {
-            addRows(rows, *scope.view);
-        } else {
-            rows.push_back({makeCell("inherits", Role::Faint),
-                            makeCell("not listed at this depth", Role::Faint)});
-        }
-        for (std::string const& line : layOut(rows, style)) {
-            drawGuides();
-            drawing += style.apply(Role::Faint, guide) + "  " + line + "\n";
-        }
+        Table table;
+        forEachRow(scope, [&](Row const& row) { table.measure(row); });
+        std::string const margin = leadingGuides() + style.apply(Role::Faint, guide) + "  ";
+        forEachRow(scope,
+                   [&](Row const& row) { sink.write(margin + table.layOut(row, style) + "\n"); });
     }
 
-    void addRows(std::vector<Row>& rows, ScopeView const& view) const {
-        for (EntryReference const& entry : view.inherited.listed) {
-            rows.push_back(makeRow("inherits", entry, placeOf(file, entry)));
+    template <typename UseRow>
+    void forEachRow(AnalysedScope const& scope, UseRow&& useRow) const {
+        for (EntryReference const& entry : scope.entries) {
+            useRow(makeRow("imports", entry, lineOf(file, entry)));
         }
-        addRowOfOmitted(rows, "inherits", view.inherited.omitted);
-        for (auto const& [entry, by] : view.hidden.listed) {
-            rows.push_back(makeRow("hides", entry, placeOf(file, entry)));
-            rows.back().push_back(makeCell(file.at(by).text, std::nullopt, "behind "));
-            rows.back().push_back(makeCell(lineOf(file, by), Role::Faint));
+        if (!scope.view) {
+            useRow({makeCell("inherits", Role::Faint),
+                    makeCell(scope.level > deepestViewedLevel
+                                 ? "not listed at this depth"
+                                 : "not listed: too many scopes and imports",
+                             Role::Faint)});
+            return;
         }
-        addRowOfOmitted(rows, "hides", view.hidden.omitted);
+        auto const& [inherited, hidden] = *scope.view;
+        for (EntryReference const& entry : inherited.listed) {
+            useRow(makeRow("inherits", entry, placeOf(file, entry)));
+        }
+        useRowOfOmitted("inherits", inherited.omitted, useRow);
+        for (auto const& [entry, by] : hidden.listed) {
+            Row row = makeRow("hides", entry, placeOf(file, entry));
+            row.push_back(makeCell(file.at(by).text, std::nullopt, "behind "));
+            row.push_back(makeCell(lineOf(file, by), Role::Faint));
+            useRow(row);
+        }
+        useRowOfOmitted("hides", hidden.omitted, useRow);
     }
 
     Row makeRow(std::string_view what, EntryReference const& reference,
@@ -111,19 +118,20 @@ class ScopeTree {
                 makeCell(entry.text), makeCell(place, Role::Faint)};
     }
 
-    static void addRowOfOmitted(std::vector<Row>& rows, std::string_view what, std::size_t count) {
+    template <typename UseRow>
+    static void useRowOfOmitted(std::string_view what, std::size_t count, UseRow&& useRow) {
         if (count > 0) {
-            rows.push_back({makeCell(what, Role::Faint),
-                            makeCell("and " + std::to_string(count) + " more", Role::Faint)});
+            useRow({makeCell(what, Role::Faint),
+                    makeCell("further " + std::to_string(count) + " not shown", Role::Faint)});
         }
     }
 
     AnalysedFile const& file;
     Style style;
+    ITextSink& sink;
     /// By scope; 0 for a scope without children.
     std::vector<ScopeIndex> lastChildren;
     std::vector<std::string_view> guides;
-    std::string drawing;
 };
 
 } // namespace
@@ -133,8 +141,8 @@ std::string placeOf(AnalysedFile const& file, EntryReference const& reference) {
     return lineOf(file, reference) + (scope.parent ? ", scope " + harmless(scope.name) : ", file");
 }
 
-std::string drawScopes(AnalysedFile const& file, Style style) {
-    return ScopeTree(file, style).draw();
+void drawScopes(AnalysedFile const& file, Style style, ITextSink& sink) {
+    ScopeTree(file, style, sink).draw();
 }
 
 } // namespace explorer

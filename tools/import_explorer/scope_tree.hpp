@@ -6,6 +6,7 @@
 
 #include <import_explorer/analysis.hpp>
 #include <import_explorer/style.hpp>
+#include <import_explorer/text_sink.hpp>
 
 #include <string>
 
@@ -16,6 +17,6 @@ std::string placeOf(AnalysedFile const& file, EntryReference const& reference);
 
 /// Each scope with what it imports, what it sees of the scopes around it, and what it hides of
 /// that. Levels too deep to have a view are all drawn at the same indentation, with their number.
-std::string drawScopes(AnalysedFile const& file, Style style);
+void drawScopes(AnalysedFile const& file, Style style, ITextSink& sink);
 
 } // namespace explorer

@@ -37,6 +37,15 @@ std::string inHexadecimal(char byte) {
     return {'0', 'x', digits[value / 16U], digits[value % 16U]};
 }
 
+/// Where the line after the one at \p begin begins.
+std::size_t beginOfNextLine(std::string_view text, std::size_t begin) {
+    std::size_t const end = text.find_first_of("\r\n", begin);
+    if (end == std::string_view::npos) {
+        return text.size();
+    }
+    return end + (text.substr(end).starts_with("\r\n") ? 2 : 1);
+}
+
 std::variant<std::string, LoadFailure> readAll(std::FILE* file, std::string const& name) {
     std::string bytes;
     std::array<char, 65536> chunk{};
@@ -59,8 +68,7 @@ SourceFile::SourceFile(std::string name, std::string contents)
     std::size_t begin = text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
     while (begin < text.size()) {
         lineBegins.push_back(begin);
-        std::size_t const lineFeed = text.find('\n', begin);
-        begin = lineFeed == std::string::npos ? text.size() : lineFeed + 1;
+        begin = beginOfNextLine(text, begin);
     }
 }
 
@@ -68,9 +76,8 @@ std::string_view SourceFile::line(std::size_t number) const {
     std::size_t const begin = lineBegin(number);
     std::size_t const next = number < lineBegins.size() ? lineBegins[number] : text.size();
     std::string_view line = std::string_view(text).substr(begin, next - begin);
-    if (line.ends_with('\n')) {
-        line.remove_suffix(1);
-        if (line.ends_with('\r')) {
+    for (char const end : {'\n', '\r'}) {
+        if (line.ends_with(end)) {
             line.remove_suffix(1);
         }
     }

@@ -33,13 +33,16 @@ class SourceFile {
 
     std::string const& name() const noexcept { return fileName; }
 
+    /// In bytes.
+    std::size_t size() const noexcept { return text.size(); }
+
     std::size_t numberOfLines() const noexcept { return lineBegins.size(); }
 
     /// Byte offset at which the line with the one-based \p number begins; a byte order mark belongs
     /// to no line.
     std::size_t lineBegin(std::size_t number) const { return lineBegins.at(number - 1); }
 
-    /// The line with the one-based \p number, without its end (LF or CR LF).
+    /// The line with the one-based \p number, without its end (LF, CR LF or CR).
     std::string_view line(std::size_t number) const;
 
   private:

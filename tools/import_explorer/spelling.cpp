@@ -1,60 +1,120 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/spelling.hpp>
 
+#include <import_explorer/utf8.hpp>
+
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <utility>
+#include <vector>
 
 namespace explorer {
 
 namespace {
 
-using Row = std::array<std::size_t, longestComparedName + 1>;
+/// A bit for each character of a name.
+using Bits = std::uint64_t;
+static_assert(longestComparedName <= 64);
 
-/// The number of changes that make \p left to \p right. Both must not be longer than the longest
-/// compared name.
-std::size_t distanceBetween(std::u16string_view left, std::u16string_view right) {
-    Row beforeLast{};
-    Row last{};
-    Row current{};
-    for (std::size_t column = 0; column <= right.size(); ++column) {
-        current.at(column) = column;
-    }
-    for (std::size_t row = 1; row <= left.size(); ++row) {
-        beforeLast = std::exchange(last, current);
-        current.at(0) = row;
-        for (std::size_t column = 1; column <= right.size(); ++column) {
-            bool const isSame = left[row - 1] == right[column - 1];
-            std::size_t changes =
-                std::min({last.at(column) + 1, current.at(column - 1) + 1,
-                          last.at(column - 1) + (isSame ? std::size_t{0} : std::size_t{1})});
-            if (row > 1 && column > 1 && left[row - 1] == right[column - 2] &&
-                left[row - 2] == right[column - 1]) {
-                changes = std::min(changes, beforeLast.at(column - 2) + 1);
-            }
-            current.at(column) = changes;
+constexpr std::size_t mostBytesOfCharacter = 4;
+constexpr char32_t replacement = U'\uFFFD';
+
+std::size_t countCharacters(std::string_view text) {
+    return text.size() -
+           static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isContinuationByte));
+}
+
+char32_t takeCharacter(std::string_view& text) {
+    DecodedCharacter const character = decodeCharacter(text);
+    text.remove_prefix(character.size);
+    return character.codePoint.value_or(replacement);
+}
+
+/// Tells how many changes make other texts to one name. A column of the table of distances between
+/// all beginnings is kept as the differences of neighbours, which are -1, 0 or 1, in two words of
+/// bits, so that each character of the other text takes a few operations instead of a column.
+class NameDistance {
+  public:
+    /// \param name has at least one character and at most longestComparedName.
+    explicit NameDistance(std::string_view name) {
+        for (; !name.empty(); ++size) {
+            addPlace(takeCharacter(name), Bits{1} << size);
         }
     }
-    return current.at(right.size());
-}
+
+    std::size_t numberOfCharacters() const noexcept { return size; }
+
+    std::size_t to(std::string_view other) const {
+        Bits const lastRow = Bits{1} << (size - 1);
+        Bits rises = ~Bits{0};
+        Bits falls = 0;
+        Bits diagonals = 0;
+        Bits placesBefore = 0;
+        std::size_t distance = size;
+        while (!other.empty()) {
+            Bits const places = placesOf(takeCharacter(other));
+            Bits const swapped = ((~diagonals & places) << 1U) & placesBefore;
+            diagonals = (((places & rises) + rises) ^ rises) | places | falls | swapped;
+            Bits const risesAcross = falls | ~(diagonals | rises);
+            Bits const fallsAcross = diagonals & rises;
+            distance += (risesAcross & lastRow) != 0 ? 1 : 0;
+            distance -= (fallsAcross & lastRow) != 0 ? 1 : 0;
+            rises = (fallsAcross << 1U) | ~(diagonals | (risesAcross << 1U) | 1U);
+            falls = ((risesAcross << 1U) | 1U) & diagonals;
+            placesBefore = places;
+        }
+        return distance;
+    }
+
+  private:
+    void addPlace(char32_t character, Bits place) {
+        if (character < ascii.size()) {
+            ascii.at(character) |= place;
+        } else {
+            others.emplace_back(character, place);
+        }
+    }
+
+    /// Where in the name \p character stands.
+    Bits placesOf(char32_t character) const {
+        if (character < ascii.size()) {
+            return ascii.at(character);
+        }
+        Bits places = 0;
+        for (auto const& [other, place] : others) {
+            places |= other == character ? place : 0;
+        }
+        return places;
+    }
+
+    std::size_t size = 0;
+    std::array<Bits, 128> ascii{};
+    std::vector<std::pair<char32_t, Bits>> others;
+};
 
 } // namespace
 
-std::optional<std::size_t> findNearestSpelling(std::u16string_view name,
-                                               std::span<std::u16string_view const> candidates) {
-    if (name.size() > longestComparedName) {
+std::optional<std::size_t> findNearestSpelling(std::string_view name,
+                                               std::span<std::string_view const> candidates) {
+    if (name.empty() || countCharacters(name) > longestComparedName) {
         return std::nullopt;
     }
+    NameDistance const distanceFromName(name);
+    std::size_t const size = distanceFromName.numberOfCharacters();
     std::optional<std::size_t> nearest;
     // Only what is nearer than this is of interest.
-    std::size_t bound = (name.size() + 2) / 3 + 1;
+    std::size_t bound = (size + 2) / 3 + 1;
     for (std::size_t index = 0; index < std::min(candidates.size(), mostComparedNames); ++index) {
-        std::u16string_view const candidate = candidates[index];
-        auto const [shorter, longer] = std::minmax({name.size(), candidate.size()});
+        std::string_view const candidate = candidates[index];
+        if (candidate.size() > mostBytesOfCharacter * longestComparedName) {
+            continue;
+        }
+        auto const [shorter, longer] = std::minmax({size, countCharacters(candidate)});
         if (longer > longestComparedName || longer - shorter >= bound) {
             continue;
         }
-        std::size_t const distance = distanceBetween(name, candidate);
+        std::size_t const distance = distanceFromName.to(candidate);
         if (distance < bound && distance < longer) {
             bound = distance;
             nearest = index;

@@ -11,7 +11,7 @@
 
 namespace explorer {
 
-/// Names longer than that are not compared.
+/// Names with more characters are not compared.
 inline constexpr std::size_t longestComparedName = 40;
 
 /// Names behind that many others are not compared.
@@ -19,8 +19,8 @@ inline constexpr std::size_t mostComparedNames = 256;
 
 /// The position of the candidate that takes the fewest changes to \p name, the first one if there
 /// are several; nothing when even that one takes more than one change in three characters. A
-/// character is inserted, removed, replaced, or swapped with the next.
-std::optional<std::size_t> findNearestSpelling(std::u16string_view name,
-                                               std::span<std::u16string_view const> candidates);
+/// character is inserted, removed, replaced, or swapped with the next. All texts are UTF-8.
+std::optional<std::size_t> findNearestSpelling(std::string_view name,
+                                               std::span<std::string_view const> candidates);
 
 } // namespace explorer

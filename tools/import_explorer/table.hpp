@@ -27,8 +27,17 @@ Cell makeCell(std::string_view text, std::optional<Role> role = std::nullopt,
 
 using Row = std::vector<Cell>;
 
-/// The rows as lines, without line ends, their columns aligned and two blanks apart. No line ends
-/// with blanks.
-std::vector<std::string> layOut(std::vector<Row> const& rows, Style style);
+/// The widths of columns that are two blanks apart. It keeps no rows: they are made twice, to be
+/// measured and to be laid out, so that a table of any length takes no room.
+class Table {
+  public:
+    void measure(Row const& row);
+
+    /// A row that was measured, without a line end or blanks before it.
+    std::string layOut(Row const& row, Style style) const;
+
+  private:
+    std::vector<std::size_t> widths;
+};
 
 } // namespace explorer

@@ -8,6 +8,7 @@
 #include <import_explorer/table.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <iomanip>
 #include <limits>
@@ -24,6 +25,9 @@ namespace {
 constexpr std::size_t widthOfCommands = 100;
 constexpr std::size_t widthOfArguments = 60;
 
+/// Of so many problems of a line, the line is shown.
+constexpr std::size_t mostExcerptsOfALine = 10;
+
 std::string nameForDisplay(std::string const& fileName) {
     return displayText(fileName, std::numeric_limits<std::size_t>::max()).text;
 }
@@ -37,11 +41,13 @@ std::string countOf(std::size_t number, std::string_view singular, std::string_v
     return std::to_string(number).append(" ").append(number == 1 ? singular : plural);
 }
 
-std::string fill(std::string_view words, std::vector<std::string> arguments) {
-    for (std::string& argument : arguments) {
-        argument = displayText(argument, widthOfArguments).text;
+template <typename Arguments>
+std::string fill(std::string_view words, Arguments const& arguments) {
+    std::vector<std::string> shown;
+    for (std::string_view const argument : arguments) {
+        shown.push_back(displayText(argument, widthOfArguments).text);
     }
-    return fillPlaces(words, arguments);
+    return fillPlaces(words, shown);
 }
 
 std::string withoutTrailingSpaces(std::string line) {
@@ -69,19 +75,20 @@ Cell kindCell(EntryKind kind) {
 /// Writes the blocks of one file, which share their margin.
 class FileReport {
   public:
-    FileReport(AnalysedFile const& analysedFile, Style chosenStyle)
+    FileReport(AnalysedFile const& analysedFile, Style chosenStyle, ITextSink& target)
         : file(analysedFile),
           style(chosenStyle),
+          sink(target),
           name(nameForDisplay(analysedFile.source.name())),
           marginWidth(
               std::max<std::size_t>(4, std::to_string(analysedFile.source.numberOfLines()).size())),
           diagnostic(analysedFile.diagnostics.begin()) {}
 
-    std::string writeEverything() && {
+    void writeEverything() {
         if (file.commands.empty() && file.uses.empty() && file.diagnostics.empty()) {
-            return {};
+            return;
         }
-        report = style.apply(Role::Strong, name) + "\n";
+        sink.write(style.apply(Role::Strong, name) + "\n");
         auto use = file.uses.begin();
         for (AnalysedCommand const& analysed : file.commands) {
             for (; use != file.uses.end() && isBefore(*use, analysed); ++use) {
@@ -90,14 +97,11 @@ class FileReport {
             write(analysed);
         }
         std::for_each(use, file.uses.end(), [this](AnalysedUse const& later) { write(later); });
-        writeDiagnosticsBefore(std::numeric_limits<std::size_t>::max());
-        return std::move(report) + "\n";
+        writeDiagnostics();
+        sink.write("\n");
     }
 
-    std::string writeDiagnostics() && {
-        writeDiagnosticsBefore(std::numeric_limits<std::size_t>::max());
-        return std::move(report);
-    }
+    void writeDiagnostics() { writeDiagnosticsBefore(std::numeric_limits<std::size_t>::max()); }
 
   private:
     static bool isBefore(AnalysedUse const& use, AnalysedCommand const& analysed) {
@@ -132,15 +136,22 @@ class FileReport {
         if (analysed.entries.empty()) {
             writeLine({}, style.apply(Role::Faint, "  nothing to import"));
         }
-        std::vector<Row> rows;
+        Table table;
         for (AnalysedEntry const& entry : analysed.entries) {
-            rows.push_back({makeCell("[" + std::to_string(entry.argument) + "]", Role::Faint),
-                            kindCell(entry.kind), makeCell(entry.text),
-                            labelledCell("introduces ", entry.introducedName),
-                            labelledCell("root ", entry.rootElement),
-                            makeCell(describeOutcome(entry), Role::Faint)});
+            table.measure(makeRow(entry));
         }
-        writeRows(rows);
+        for (AnalysedEntry const& entry : analysed.entries) {
+            writeLine({}, "  " + table.layOut(makeRow(entry), style));
+        }
+    }
+
+    Row makeRow(AnalysedEntry const& entry) const {
+        return {makeCell("[" + std::to_string(entry.argument) + "]", Role::Faint),
+                kindCell(entry.kind),
+                makeCell(entry.text),
+                labelledCell("introduces ", entry.introducedName),
+                labelledCell("root ", entry.rootElement),
+                makeCell(describeOutcome(entry), Role::Faint)};
     }
 
     /// Nothing for an entry that is simply added.
@@ -175,9 +186,9 @@ class FileReport {
         }
         writeRows(rows);
         if (analysed.wildcards.omitted > 0) {
-            writeLine({}, style.apply(Role::Faint, "  maybe  one of " +
+            writeLine({}, style.apply(Role::Faint, "  maybe  further " +
                                                        std::to_string(analysed.wildcards.omitted) +
-                                                       " more"));
+                                                       " wildcards, not shown"));
         }
         if (rows.empty()) {
             writeLine({}, style.apply(Role::Faint, "  written in full: needs no import"));
@@ -200,8 +211,12 @@ class FileReport {
     }
 
     void writeRows(std::vector<Row> const& rows) {
-        for (std::string const& line : layOut(rows, style)) {
-            writeLine({}, "  " + line);
+        Table table;
+        for (Row const& row : rows) {
+            table.measure(row);
+        }
+        for (Row const& row : rows) {
+            writeLine({}, "  " + table.layOut(row, style));
         }
     }
 
@@ -212,12 +227,18 @@ class FileReport {
         if (!what.key.empty()) {
             words += " [" + what.key + "]";
         }
+        excerpts = what.range.line == lineOfExcerpts ? excerpts + 1 : 1;
+        lineOfExcerpts = what.range.line;
+        if (excerpts == mostExcerptsOfALine + 1) {
+            writeLine({}, style.apply(Role::Faint, "the line of further problems is not shown"));
+        }
         writeMessage(what.range, style.apply(role, isError ? "error:" : "warning:"), words);
         writeExcerpt(what.range, role);
         if (what.note) {
-            writeMessage(what.note->range, style.apply(Role::Note, "note:"),
-                         fill(what.note->words, what.note->arguments));
-            writeExcerpt(what.note->range, Role::Note);
+            NoteInWords const note = describe(file, *what.note);
+            writeMessage(note.range, style.apply(Role::Note, "note:"),
+                         fill(note.words, std::array{note.argument}));
+            writeExcerpt(note.range, Role::Note);
         }
     }
 
@@ -225,10 +246,14 @@ class FileReport {
                       std::string const& words) {
         std::string const place =
             name + ":" + std::to_string(range.line) + ":" + std::to_string(range.column) + ":";
-        report += style.apply(Role::Strong, place) + " " + severity + " " + words + "\n";
+        sink.write(style.apply(Role::Strong, place) + " " + severity + " " + words + "\n");
     }
 
+    /// A line with many problems is not shown for each, since it can be long and they many.
     void writeExcerpt(SourceRange const& range, Role role) {
+        if (excerpts > mostExcerptsOfALine) {
+            return;
+        }
         std::size_t const lineBegin = file.source.lineBegin(range.line);
         Excerpt const excerpt = makeExcerpt(file.source.line(range.line), range.begin - lineBegin,
                                             range.end - lineBegin);
@@ -237,16 +262,18 @@ class FileReport {
     }
 
     void writeLine(std::string const& margin, std::string const& text) {
-        report += style.apply(Role::Faint, alignRight(margin, marginWidth) + " |");
-        report += withoutTrailingSpaces(" " + text) + "\n";
+        sink.write(style.apply(Role::Faint, alignRight(margin, marginWidth) + " |") +
+                   withoutTrailingSpaces(" " + text) + "\n");
     }
 
     AnalysedFile const& file;
     Style style;
+    ITextSink& sink;
     std::string name;
     std::size_t marginWidth;
     std::vector<Diagnostic>::const_iterator diagnostic;
-    std::string report;
+    std::size_t lineOfExcerpts = 0;
+    std::size_t excerpts = 0;
 };
 
 std::string inSeconds(std::chrono::duration<double> time) {
@@ -257,38 +284,41 @@ std::string inSeconds(std::chrono::duration<double> time) {
 
 } // namespace
 
-std::string TextReport::add(AnalysedFile const& file) {
-    FileReport report(file, style);
-    std::string text = detail == Detail::Everything ? std::move(report).writeEverything()
-                                                    : std::move(report).writeDiagnostics();
-    if (scopeDrawing == ScopeDrawing::Drawn) {
-        text += drawScopes(file, style) + "\n";
+void TextReport::add(AnalysedFile const& file) {
+    FileReport report(file, style, sink);
+    if (detail == Detail::Everything) {
+        report.writeEverything();
+    } else {
+        report.writeDiagnostics();
     }
-    return text;
+    if (scopeDrawing == ScopeDrawing::Drawn) {
+        drawScopes(file, style, sink);
+        sink.write("\n");
+    }
 }
 
-std::string TextReport::add(LoadFailure const& failure) {
+void TextReport::add(LoadFailure const& failure) {
     std::string const place = nameForDisplay(failure.name) + ":";
     std::string words = failure.reason;
     if (failure.offset) {
         words += " at offset " + std::to_string(*failure.offset);
     }
-    return style.apply(Role::Strong, place) + " " + style.apply(Role::Error, "error:") + " " +
-           style.apply(Role::Strong, words) + "\n";
+    sink.write(style.apply(Role::Strong, place) + " " + style.apply(Role::Error, "error:") + " " +
+               style.apply(Role::Strong, words) + "\n");
 }
 
-std::string TextReport::finish(Summary const& summary, std::chrono::duration<double> time) {
+void TextReport::finish(Summary const& summary, std::chrono::duration<double> time) {
     std::string const errors = countOf(summary.errors, "error", "errors");
     std::string const warnings = countOf(summary.warnings, "warning", "warnings");
-    return countOf(summary.files, "file", "files") + ", " +
-           countOf(summary.commands, "command", "commands") + ": " +
-           countOf(summary.entries(), "entry", "entries") + " (" +
-           countOf(summary.names, "name", "names") + ", " +
-           countOf(summary.wildcards, "wildcard", "wildcards") + ", " +
-           countOf(summary.packages, "package", "packages") + "), " +
-           (summary.errors > 0 ? style.apply(Role::Error, errors) : errors) + ", " +
-           (summary.warnings > 0 ? style.apply(Role::Warning, warnings) : warnings) + ", " +
-           inSeconds(time) + "\n";
+    sink.write(countOf(summary.files, "file", "files") + ", " +
+               countOf(summary.commands, "command", "commands") + ": " +
+               countOf(summary.entries(), "entry", "entries") + " (" +
+               countOf(summary.names, "name", "names") + ", " +
+               countOf(summary.wildcards, "wildcard", "wildcards") + ", " +
+               countOf(summary.packages, "package", "packages") + "), " +
+               (summary.errors > 0 ? style.apply(Role::Error, errors) : errors) + ", " +
+               (summary.warnings > 0 ? style.apply(Role::Warning, warnings) : warnings) + ", " +
+               inSeconds(time) + "\n");
 }
 
 } // namespace explorer

@@ -25,14 +25,16 @@ enum class ScopeDrawing {
 /// Writes file by file; a summary line closes the report.
 class TextReport final : public IReport {
   public:
-    TextReport(Style chosenStyle, Detail chosenDetail, ScopeDrawing chosenDrawing) noexcept
-        : style(chosenStyle), detail(chosenDetail), scopeDrawing(chosenDrawing) {}
+    TextReport(ITextSink& target, Style chosenStyle, Detail chosenDetail,
+               ScopeDrawing chosenDrawing) noexcept
+        : sink(target), style(chosenStyle), detail(chosenDetail), scopeDrawing(chosenDrawing) {}
 
-    std::string add(AnalysedFile const& file) override;
-    std::string add(LoadFailure const& failure) override;
-    std::string finish(Summary const& summary, std::chrono::duration<double> time) override;
+    void add(AnalysedFile const& file) override;
+    void add(LoadFailure const& failure) override;
+    void finish(Summary const& summary, std::chrono::duration<double> time) override;
 
   private:
+    ITextSink& sink;
     Style style;
     Detail detail;
     ScopeDrawing scopeDrawing;

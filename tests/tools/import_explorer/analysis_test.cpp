@@ -39,14 +39,14 @@ std::string toText(AnalysedFile const& file, AnalysedUse const& use) {
     return text + (use.isUnknown() ? " unknown" : "");
 }
 
-std::string toText(Diagnostic const& diagnostic) {
+std::string toText(AnalysedFile const& file, Diagnostic const& diagnostic) {
     std::string text = std::to_string(diagnostic.range.line) + ":" +
                        std::to_string(diagnostic.range.column) + " " +
                        (diagnostic.key.empty() ? fillPlaces(diagnostic.words, diagnostic.arguments)
                                                : diagnostic.key);
     if (diagnostic.note) {
-        text += " -> " + std::to_string(diagnostic.note->range.line) + ":" +
-                std::to_string(diagnostic.note->range.column);
+        SourceRange const& noted = describe(file, *diagnostic.note).range;
+        text += " -> " + std::to_string(noted.line) + ":" + std::to_string(noted.column);
     }
     return text;
 }
@@ -145,7 +145,7 @@ TEST_P(Refusals, PointAtTheEarlierImport) {
     AnalysedFile const file = analyseScript(std::string(GetParam().script));
     std::vector<std::string> diagnostics;
     for (Diagnostic const& diagnostic : file.diagnostics) {
-        diagnostics.push_back(toText(diagnostic));
+        diagnostics.push_back(toText(file, diagnostic));
     }
     EXPECT_EQ(diagnostics, GetParam().diagnostics);
 }
@@ -211,7 +211,7 @@ TEST(Analysis, WarnsOfImportsThatNoUseReaches) {
                                             true);
     std::vector<std::string> diagnostics;
     for (Diagnostic const& diagnostic : file.diagnostics) {
-        diagnostics.push_back(toText(diagnostic));
+        diagnostics.push_back(toText(file, diagnostic));
     }
     EXPECT_EQ(diagnostics, (std::vector<std::string>{"1:16 no 'use' reaches the import of 'a.c'",
                                                      "2:17 IncorrectNumberOfAlias",
@@ -264,6 +264,97 @@ TEST(Analysis, ViewsScopesDownToALevel) {
     EXPECT_TRUE(file.scopes.at(deepestViewedLevel).view);
     EXPECT_FALSE(file.scopes.at(deepestViewedLevel + 1).view);
     EXPECT_EQ(file.scopes.back().level, deepestViewedLevel + 2);
+}
+
+TEST(Analysis, LooksNothingUpInScopesThatLieTooDeep) {
+    std::string script = "import a.b\n";
+    for (std::size_t level = 0; level < deepestListedLevel; ++level) {
+        script += "scope s {\nimport c.d" + std::to_string(level) + "\n";
+    }
+    AnalysedFile const deep = analyseScript(script + "use b\n");
+    ASSERT_EQ(deep.uses.size(), 1U);
+    EXPECT_EQ(toText(deep, deep.uses.front()), "b = a.b:1");
+    AnalysedFile const tooDeep =
+        analyseScript(script + "scope t {\nimport x y@1\nuse b\nscope u {\n}\n}\n");
+    EXPECT_TRUE(tooDeep.uses.empty());
+    EXPECT_EQ(tooDeep.commands.back().entries.back().outcome, EntryOutcome::Parsed);
+    std::vector<std::string> diagnostics;
+    for (Diagnostic const& diagnostic : tooDeep.diagnostics) {
+        if (diagnostic.words.find("never closed") == std::string_view::npos) {
+            diagnostics.push_back(toText(tooDeep, diagnostic));
+        }
+    }
+    EXPECT_EQ(diagnostics,
+              std::vector<std::string>{"514:1 scope 't' lies within 256 others with imports: its "
+                                       "imports and uses are not looked up"});
+}
+
+TEST(Analysis, CountsTheWildcardsThatItDoesNotList) {
+    AnalysedFile const file = analyseScript("import a.* b.* c.*\nscope s {\nimport d.* e.* f.* "
+                                            "b.*\nuse x\n}\nuse x\n");
+    EXPECT_EQ(toText(file, file.uses.at(0)), "x = ?d.*:3 ?e.*:3 ?f.*:3 ?b.*:3 ?a.*:1");
+    EXPECT_EQ(file.uses.at(0).wildcards.omitted, 1U);
+    EXPECT_EQ(toText(file, file.uses.at(1)), "x = ?a.*:1 ?b.*:1 ?c.*:1");
+    EXPECT_EQ(file.uses.at(1).wildcards.omitted, 0U);
+}
+
+struct WildcardUse {
+    std::string_view why;
+    std::string_view script;
+    std::vector<std::string> unused;
+
+    friend std::ostream& operator<<(std::ostream& stream, WildcardUse const& example) {
+        return stream << example.why;
+    }
+};
+
+class UsedWildcards : public testing::TestWithParam<WildcardUse> {};
+
+TEST_P(UsedWildcards, AreThoseThatSomeUseReaches) {
+    AnalysedFile const file = analyseScript(std::string(GetParam().script), true);
+    std::vector<std::string> unused;
+    for (Diagnostic const& diagnostic : file.diagnostics) {
+        unused.push_back(std::to_string(diagnostic.range.line) + " " + diagnostic.arguments.at(0));
+    }
+    EXPECT_EQ(unused, GetParam().unused);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Analysis, UsedWildcards,
+    testing::Values(
+        WildcardUse{"reached from its scope", "import a.*\nuse x", {}},
+        WildcardUse{"reached from within", "import a.*\nscope s {\nuse x\n}", {}},
+        WildcardUse{
+            "imported behind the use", "scope s {\nimport a.*\nuse x\nimport b.*\n}", {"4 b.*"}},
+        WildcardUse{"of another scope", "scope s {\nimport a.*\n}\nimport b.*\nuse x", {"2 a.*"}},
+        WildcardUse{
+            "hidden where the use is", "import a.*\nscope s {\nimport a.*\nuse x\n}", {"1 a.*"}},
+        WildcardUse{
+            "used before it was hidden", "import a.*\nuse x\nscope s {\nimport a.*\n}", {"4 a.*"}},
+        WildcardUse{"used within the scope that hides it later",
+                    "import a.*\nscope s {\nuse x\nimport a.*\n}",
+                    {"4 a.*"}},
+        WildcardUse{"used again behind the scope that hides it",
+                    "import a.*\nscope s {\nimport a.*\nuse x\n}\nuse x",
+                    {}},
+        WildcardUse{"hidden twice",
+                    "import a.*\nscope s {\nimport a.*\nscope t {\nimport "
+                    "a.*\nuse x\n}\n}",
+                    {"1 a.*", "3 a.*"}},
+        WildcardUse{"not needed by what is introduced", "import a.* b.x\nuse x", {"1 a.*"}}));
+
+TEST(Analysis, ViewsNoScopesWhereThatWouldTakeTooLong) {
+    std::string script = "import";
+    for (int number = 0; number < 500; ++number) {
+        script += " p" + std::to_string(number);
+    }
+    script += "\n";
+    for (int number = 0; number < 500; ++number) {
+        script += "scope s {\n}\n";
+    }
+    AnalysedFile const file = analyseScript(script);
+    EXPECT_TRUE(file.scopes.at(1).view);
+    EXPECT_FALSE(file.scopes.back().view);
 }
 
 } // namespace

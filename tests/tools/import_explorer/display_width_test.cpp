@@ -30,6 +30,14 @@ TEST_P(DisplayedAs, TextAndWidth) {
     EXPECT_EQ(shown.width, GetParam().width);
 }
 
+std::string marks(std::size_t number) {
+    std::string text;
+    while (number-- > 0) {
+        text += "\u0301";
+    }
+    return text;
+}
+
 INSTANTIATE_TEST_SUITE_P(
     DisplayWidth, DisplayedAs,
     testing::Values(
@@ -53,6 +61,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"names of files need not be UTF-8", "a\xFFz", "a<FF>z", 6},
         Row{"what just fits is not cut", std::string(40, 'x'), std::string(40, 'x'), 40},
         Row{"what does not fit is cut", std::string(41, 'x'), std::string(37, 'x') + "...", 40},
+        Row{"marks count where text is cut", "e" + marks(39), "e" + marks(39), 1},
+        Row{"so that a heap of them is cut", "e" + marks(40), "e" + marks(36) + "...", 4},
         Row{"half a wide letter is not shown", "a" + std::string(38, 'x') + "図",
             "a" + std::string(36, 'x') + "...", 40}),
     support::RowName());

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 #include <sstream>
 #include <string>
@@ -246,7 +247,7 @@ TEST_F(Program, WritesTheSameJsonDocumentEveryTime) {
     EXPECT_EQ(first.output, second.output);
     EXPECT_EQ(first.status, 1);
     auto const document = nlohmann::json::parse(first.output);
-    EXPECT_EQ(document["schemaVersion"], 2);
+    EXPECT_EQ(document["schemaVersion"], 3);
     EXPECT_EQ(document["packageImports"], false);
     EXPECT_EQ(document["files"].size(), 1U);
     EXPECT_EQ(document["files"][0]["diagnostics"][0]["key"], "ImportArgumentWithoutDot");
@@ -402,6 +403,128 @@ TEST_F(Program, HasNoScopesInLines) {
     }
     write("code.txt", "import a.b\nimport a.b\nimport b\n");
     EXPECT_EQ(run("$explorer --lines code.txt").status, 0);
+}
+
+TEST_F(Program, SaysThatAFolderCannotBeEntered) {
+    write("t/a.import", "import a.b\n");
+    write("t/closed/b.import", "import a.b\n");
+    write("t/closed/further/c.import", "import a.b\n");
+    // The superuser can enter any folder as long as nobody takes that away.
+    Outcome const outcome = run("[ $(id -u) = 0 ] && limit='setpriv "
+                                "--bounding-set=-dac_override,-dac_read_search'; chmod 644 "
+                                "t/closed; $limit $explorer --quiet t; status=$?; chmod 755 "
+                                "t/closed; exit $status");
+    EXPECT_THAT(outcome.output, HasSubstr("t/closed/b.import: error: cannot open: "
+                                          "Permission denied\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("t/closed/further: error: cannot read the folder: "
+                                          "Permission denied\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("1 file, 1 command"));
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(Program, SaysThatAPathIsTooLong) {
+    write("t/a.import", "import a.b\n");
+    // Unlike sh, bash can enter a folder whose path is too long.
+    Outcome const outcome =
+        run("bash -c 'cd t; for i in {1..25}; do mkdir $0; cd $0; done; echo import a.b >b.import' "
+            "$(printf '%0200d' 0); $explorer --quiet t; status=$?; rm -rf t; exit $status");
+    EXPECT_THAT(outcome.output, HasSubstr("error: cannot read the folder: File name too long\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("1 file, 1 command"));
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(Program, SaysThatSymbolicLinksInAFolderAreNotFollowed) {
+    write("elsewhere/a.import", "import a.b\n");
+    write("t/notes.txt", "import a.b\n");
+    fs::create_symlink("../elsewhere/a.import", folder.path() / "t/script.import");
+    fs::create_symlink("../elsewhere/nothing", folder.path() / "t/broken.import");
+    fs::create_directory_symlink("../elsewhere", folder.path() / "t/folder");
+    fs::create_symlink("notes.txt", folder.path() / "t/other.txt");
+    std::string const reason =
+        ": error: a symbolic link in a folder is not followed: name it to read it\n";
+    std::string const links = "t/broken.import" + reason + "t/folder" + reason;
+    Outcome const scripts = run("$explorer --quiet t");
+    EXPECT_THAT(scripts.output, StartsWith(links + "t/script.import" + reason + "0 files"));
+    EXPECT_EQ(scripts.status, 1);
+    Outcome const allFiles = run("$explorer --quiet --lines t");
+    EXPECT_THAT(allFiles.output,
+                StartsWith(links + "t/other.txt" + reason + "t/script.import" + reason + "1 file"));
+    EXPECT_EQ(run("$explorer --quiet t/script.import t/folder").status, 0)
+        << "what is named is read";
+}
+
+TEST_F(Program, SaysThatSomethingNamedLikeAScriptIsNoFile) {
+    fs::create_directories(folder.path() / "t");
+    Outcome const outcome = run("mkfifo t/pipe.import t/pipe; $explorer --quiet t");
+    EXPECT_THAT(outcome.output, StartsWith("t/pipe.import: error: not a file\n0 files"));
+    EXPECT_EQ(outcome.status, 1);
+}
+
+#ifndef __SANITIZE_ADDRESS__
+
+TEST_F(Program, GoesOnWithTheNextFileWhenMemoryDoesNotSuffice) {
+    std::string costly;
+    for (int count = 0; count < 1'000'000; ++count) {
+        costly += "} ";
+    }
+    write("a.import", "import a.b\n");
+    write("b.import", costly);
+    write("c.import", "import c.d\n");
+    Outcome const outcome = run("ulimit -v 160000; $explorer a.import b.import c.import");
+    EXPECT_EQ(outcome.output, R"(a.import
+   1 | import a.b
+     |   [0]  name      a.b  introduces b  root a
+
+b.import: error: out of memory
+c.import
+   1 | import c.d
+     |   [0]  name      c.d  introduces d  root c
+
+2 files, 2 commands: 2 entries (2 names, 0 wildcards, 0 packages), 1 error, 0 warnings, TIME s
+)");
+    EXPECT_EQ(outcome.errorOutput, "");
+    EXPECT_EQ(outcome.status, 3);
+    Outcome const document = run("ulimit -v 160000; $explorer --json a.import b.import c.import");
+    EXPECT_EQ(document.status, 3);
+    auto const report = nlohmann::json::parse(document.output);
+    EXPECT_EQ(report["files"].size(), 2U);
+    EXPECT_EQ(report["failures"][0]["message"], "out of memory");
+}
+
+#endif
+
+TEST_F(Program, LeavesNoColourBehindWhenItIsInterrupted) {
+    write("some.import", "import 1\n");
+    Outcome const outcome =
+        runOnTerminal("sleep 9 | TERM=xterm NO_COLOR= $explorer some.import - & "
+                      "sleep 1; kill -TERM $!; wait $!");
+    EXPECT_THAT(outcome.output, HasSubstr("\x1b[1;31merror:"));
+    EXPECT_THAT(outcome.output, testing::EndsWith("\x1b[0m"));
+    EXPECT_EQ(outcome.status, 128 + SIGTERM);
+}
+
+TEST_F(Program, DoesNotShowALineForEachOfItsManyProblems) {
+    write("some.import", "} } } } } } } } } } } } }\n");
+    std::string const output = run("$explorer --quiet some.import").output;
+    EXPECT_THAT(output, HasSubstr("     |                   ^\n"
+                                  "     | the line of further problems is not shown\n"
+                                  "some.import:1:21: error: '}' closes no scope\n"
+                                  "some.import:1:23: error: '}' closes no scope\n"));
+}
+
+TEST_F(Program, DoesNotShowAllOfManyWildcards) {
+    write("some.import", "import a.* b.* c.* d.* e.* f.* g.*\nuse x\n");
+    EXPECT_THAT(run("$explorer some.import").output,
+                HasSubstr("     |   maybe  wildcard  e.*  line 1, file\n"
+                          "     |   maybe  further 2 wildcards, not shown\n"));
+}
+
+TEST_F(Program, ReadsLinesThatEndWithCarriageReturns) {
+    write("some.import", "import a.b\rimport 1\ruse b\r");
+    Outcome const outcome = run("$explorer --quiet some.import");
+    EXPECT_THAT(outcome.output, StartsWith("some.import:2:8: error: "));
+    EXPECT_THAT(outcome.output, HasSubstr("   2 | import 1\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("1 file, 2 commands: 1 entry"));
 }
 
 TEST_F(Program, ReadsTheExamplesAsTheyAreMeant) {

@@ -64,13 +64,14 @@ std::vector<std::string> linesOf(SourceFile const& file) {
     return lines;
 }
 
-TEST(SourceFile, CutsLinesAtLineFeedsWithOrWithoutCarriageReturn) {
+TEST(SourceFile, CutsLinesAtLineFeedsAndCarriageReturns) {
     using Lines = std::vector<std::string>;
     EXPECT_EQ(linesOf(SourceFile("", "")), Lines{});
     EXPECT_EQ(linesOf(SourceFile("", "\n")), Lines{""});
     EXPECT_EQ(linesOf(SourceFile("", "a\n\nb")), (Lines{"a", "", "b"}));
     EXPECT_EQ(linesOf(SourceFile("", "a\r\nb\r\n")), (Lines{"a", "b"}));
-    EXPECT_EQ(linesOf(SourceFile("", "a\rb\r")), Lines{"a\rb\r"});
+    EXPECT_EQ(linesOf(SourceFile("", "a\rb\r")), (Lines{"a", "b"}));
+    EXPECT_EQ(linesOf(SourceFile("", "a\r\r\nb\n\rc")), (Lines{"a", "", "b", "", "c"}));
 }
 
 TEST(SourceFile, LeavesAByteOrderMarkOutOfTheFirstLine) {
