@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # benchmark.sh [--baseline COMMIT] [--docs]: builds preset release, runs the benchmark suite, and says for each
 # target by how much it is met or missed. With --baseline it also compares the library with that of COMMIT. With
-# --docs it also draws the plots and fills in docs/performance.md and README.md. On Debian 12, as root, it installs
-# what is missing; elsewhere it says what is.
+# --docs it also draws the plots and fills in docs/performance.md and README.md. On Debian 12 or 13, as root, it
+# installs what is missing; elsewhere it says what is.
 #
 # Times are the thread's processor times, and the least of many short rounds in random order, so that other work on
 # the machine does little harm. Exit status 0 when targets are missed, but not when a measurement is.

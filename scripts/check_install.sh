@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the library by the commands of README.md, into a folder and by the Debian packages, uses it each time as
-# somebody who knows nothing but its name, removes it and looks for what is left. The packages need root on Debian
-# 12; elsewhere they are left out.
+# somebody who knows nothing but its name, removes it and looks for what is left. The packages need root on Debian;
+# elsewhere they are left out.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -31,8 +31,8 @@ rm -rf build/quick_start
     build/quick_start/quick_start
 )
 
-if ! is_debian_12 || ((EUID != 0)); then
-    printf '\nPackages of Debian 12 can be tried by its root alone: left out.\n'
+if ! is_debian 12 13 || ((EUID != 0)); then
+    printf '\nPackages can be tried by root on Debian alone: left out.\n'
     exit
 fi
 if dpkg-query --show 'libgleigem*' &>/dev/null; then

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the explorer and runs it on its two sample scripts. On Debian 12, as root, it installs what
+# Builds the explorer and runs it on its two sample scripts. On Debian 12 or 13, as root, it installs what
 # is missing; elsewhere it says what is.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"

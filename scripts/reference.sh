@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Writes the API reference from the comments in the public headers: build/reference/html/index.html. Whatever
-# Doxygen warns of, such as an undocumented item, is a failure. On Debian 12, as root, it installs what is missing;
-# elsewhere it says what is.
+# Doxygen warns of, such as an undocumented item, is a failure. On Debian 12 or 13, as root, it installs what is
+# missing; elsewhere it says what is.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 

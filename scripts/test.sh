@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Everything that must hold: formatting, clang-tidy, the demonstration, the installed library, coverage, a moment
 # of fuzzing, instructions, the binary interface, and all tests under each preset, warnings being errors. On
-# Debian 12, as root, it installs what is missing; elsewhere it says what is.
+# Debian 12 or 13, as root, it installs what is missing; elsewhere it says what is.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 

@@ -3,10 +3,24 @@
 
 set -Eeuo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
-source scripts/lib/packages.sh
 
 current_step="starting"
 trap 'printf "\n*** Stopped while %s.\n" "$current_step" >&2' ERR
+
+# newest TOOL [VERSION]: the command of a tool that distributions have in several versions, clang++ or clang-format: the
+# highest that is here, or that very VERSION. Fails where there is none.
+newest() {
+    local found
+    found=$({
+        command -v "$1"
+        compgen -c "$1-" | grep -xE "${1//+/[+]}-[0-9]+" | sort --version-sort
+    } | tail -n 1) || true
+    [[ $found ]] || return
+    if [[ ${2-} && $found != "$1-$2" ]]; then
+        found=$(command -v "$1-$2") || return
+    fi
+    printf '%s\n' "$found"
+}
 
 # step WHAT: says what happens next; WHAT reads well after "Stopped while".
 step() {
@@ -26,9 +40,12 @@ is_there() {
     esac &>/dev/null
 }
 
-is_debian_12() {
-    [[ -r /etc/os-release ]] && (. /etc/os-release && [[ ${ID-} == debian && ${VERSION_ID-} == 12 ]])
+# is_debian VERSION...: whether this is one of these releases of Debian.
+is_debian() {
+    [[ -r /etc/os-release ]] && (. /etc/os-release && [[ ${ID-} == debian && " $* " == *" ${VERSION_ID-none} "* ]])
 }
+
+source scripts/lib/packages.sh
 
 # require_packages LINE...: makes sure that each package is there, by installing it where that is ours to do.
 require_packages() {
@@ -39,7 +56,7 @@ require_packages() {
     done
     ((${#missing[@]})) || return 0
 
-    if is_debian_12 && ((EUID == 0)); then
+    if is_debian 12 13 && ((EUID == 0)); then
         step "installing ${missing[*]}"
         export DEBIAN_FRONTEND=noninteractive
         apt-get -qq update
@@ -51,14 +68,14 @@ require_packages() {
 }
 
 explain_missing() {
-    printf 'Missing on this machine, by the names of Debian 12:\n\n    %s\n\n' "$*" >&2
-    if is_debian_12; then
+    printf 'Missing on this machine, by the names of Debian:\n\n    %s\n\n' "$*" >&2
+    if is_debian 12 13; then
         printf 'Run this script as root, or install them first:\n\n    sudo apt-get install %s\n' "$*"
     elif command -v apt-get >/dev/null; then
-        printf 'This is not Debian 12, so nothing is installed for you. Where the names are the same:\n'
+        printf 'This is neither Debian 12 nor 13, so nothing is installed for you. Where the names are the same:\n'
         printf '\n    sudo apt-get install %s\n' "$*"
     else
-        printf 'This is not Debian 12, so nothing is installed for you. Install what your system calls\n'
+        printf 'This is neither Debian 12 nor 13, so nothing is installed for you. Install what your system calls\n'
         printf 'them with its own package manager, then run this script again.\n'
     fi >&2
 }

@@ -1,4 +1,4 @@
-# The Debian 12 packages that the scripts need, in one place: each line a package and what it is looked
+# The packages of Debian 12 and 13 that the scripts need, in one place: each line a package and what it is looked
 # for by, a command, a <header> or a /path. Sourced, never run.
 
 demo_packages=(
@@ -30,8 +30,6 @@ test_packages=(
     "libgmock-dev        <gmock/gmock.h>"
     "librapidcheck-dev   <rapidcheck.h>"
     "python3-jsonschema  import jsonschema"
-    "clang-14            clang++-14"
-    "clang-16            clang++-16"
     "clang-19            clang++-19"
     "libc++-19-dev       /usr/lib/llvm-19/include/c++/v1/version"
     "libc++abi-19-dev    /usr/lib/llvm-19/lib/libc++abi.so"
@@ -44,15 +42,14 @@ abi_packages=(
     "abigail-tools       abidiff"
 )
 
+# Which clang-format and clang-tidy judge is said in their scripts; only Debian 12 has those.
 lint_packages=(
-    "clang-format-14     clang-format-14"
-    "clang-tidy-14       run-clang-tidy-14"
     "flake8              flake8"
 )
 
 fuzz_packages=(
-    "clang-14            clang++-14"
-    "libclang-rt-14-dev  /usr/lib/llvm-14/lib/clang/14.0.6/include/fuzzer"
+    "clang-19            clang++-19"
+    "libclang-rt-19-dev  /usr/lib/llvm-19/lib/clang/19/include/fuzzer"
 )
 
 # Preset release has the tests as well.
@@ -63,3 +60,15 @@ benchmark_packages=(
     "valgrind            valgrind"
     "python3             python3"
 )
+
+# What Debian 12 alone has: older compilers, and the versions of tools that the sources are checked by.
+if is_debian 12; then
+    test_packages+=(
+        "clang-14            clang++-14"
+        "clang-16            clang++-16"
+    )
+    lint_packages+=(
+        "clang-format-14     clang-format-14"
+        "clang-tidy-14       run-clang-tidy-14"
+    )
+fi
