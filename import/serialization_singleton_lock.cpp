@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: BSL-1.0
 
 // Hosts find the lock operations of Boost's serialization singleton module in this library. They
-// are inline functions that nothing here calls, so each is named once to have it emitted. On
-// Windows Boost marks them as exported, which emits them.
+// are inline functions that nothing here calls, so each is named once to have it emitted. Other
+// compilers emit what Boost marks as exported for Windows without that.
 
 #include <boost/serialization/singleton.hpp>
 
-#if !defined(_WIN32)
+#if defined(__GNUC__)
 
 namespace {
 

@@ -1,0 +1,33 @@
+# Files of Debian packages for other processors, without making the machine a multi-architecture one. Sourced, never
+# run.
+
+foreign_packages=(libicu-dev libicu72 libgtest-dev libgmock-dev librapidcheck-dev librange-v3-dev libboost1.74-dev
+    libboost-dev libxxhash-dev)
+
+# fetch_foreign_packages ARCHITECTURE FOLDER: unpacks them below FOLDER/root, once.
+fetch_foreign_packages() {
+    local architecture=$1 folder=$2 package
+    [[ ! -e $folder/complete ]] || return 0
+    mkdir -p "$folder"/{root,lists/partial,cache/archives/partial}
+    cat >"$folder/apt.conf" <<CONFIGURATION
+APT::Architecture "$architecture";
+APT::Architectures { "$architecture"; };
+Dir::State "$PWD/$folder";
+Dir::State::status "/dev/null";
+Dir::Cache "$PWD/$folder/cache";
+Acquire::Languages "none";
+APT::Sandbox::User "root";
+CONFIGURATION
+    (
+        cd "$folder"
+        export APT_CONFIG=$PWD/apt.conf
+        apt-get -qq update || true # what is missing is missed below
+        for package in "${foreign_packages[@]}"; do
+            apt-get -qq download "$package"
+        done
+        for package in *.deb; do
+            dpkg-deb --extract "$package" root
+        done
+    )
+    touch "$folder/complete"
+}

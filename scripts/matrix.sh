@@ -1,0 +1,264 @@
+#!/usr/bin/env bash
+# matrix.sh [NAME...]: builds, installs and tests the library in the ways of packagers and on other systems and
+# processors; all of them, or those named. `matrix.sh --list` says what there is. Everything happens below
+# build/matrix, where each variant leaves a log. It takes hours; docs/portability.md has the results.
+#
+# Foreign processors need Debian's cross compilers (g++-aarch64-linux-gnu and so on) and qemu-user, Windows needs
+# g++-mingw-w64-x86-64-posix and wine. A variant whose tools are missing is skipped.
+
+source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+source scripts/lib/foreign.sh
+
+declare -A variants=(
+    [release]="g++, -O3"
+    [lto]="-flto by flag"
+    [ipo]="CMAKE_INTERPROCEDURAL_OPTIMIZATION"
+    [clang-lto]="the newest clang, -flto, lld"
+    [static]="BUILD_SHARED_LIBS=OFF, with the unit tests"
+    [static-own-platform]="BUILD_SHARED_LIBS=OFF on a host's own platform"
+    [unity]="CMAKE_UNITY_BUILD=ON, with the unit tests"
+    [debug-mode]="-D_GLIBCXX_DEBUG, with the unit tests"
+    [makefiles]="Unix Makefiles"
+    [multi-config]="Ninja Multi-Config, Debug and Release installed side by side"
+    [cxx23]="C++23 with -fvisibility=hidden"
+    [parent]="a parent's own strict warnings as errors, the library added as a folder"
+    [strange-path]="a checkout without .git in a folder with blanks and letters beyond ASCII, with the unit tests"
+    [aarch64]="64 bits, arm, with the unit tests"
+    [armhf]="32 bits, arm, with the unit tests"
+    [i386]="32 bits, x86, with the unit tests"
+    [riscv64]="64 bits, RISC-V, on a host's own platform"
+    [s390x]="64 bits, big-endian, with the unit tests"
+    [windows]="x86-64 Windows by mingw-w64 on a host's own platform"
+    [windows-static]="the same as static libraries"
+)
+
+unit_tests=(gleigem_tests gleigem_internal_tests gleigem_platform_tests gleigem_abi_tests)
+bare=(-DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_TOOLS=OFF)
+tested=(-DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_TOOLS=OFF)
+
+# skip REASON: ends a variant that cannot be tried here.
+skip() {
+    printf '%s\n' "$1" >&3
+    exit 77
+}
+
+# need COMMAND...: skips the variant where one is missing.
+need() {
+    local command
+    for command in "$@"; do
+        command -v "$command" || skip "$command is not here"
+    done
+}
+
+# configure OPTION...: configures $tree from $source with warnings as errors.
+configure() {
+    rm -rf "$tree/CMakeCache.txt"
+    cmake -S "$source" -B "$tree" -G "${generator-Ninja}" -DCMAKE_COMPILE_WARNING_AS_ERROR=ON \
+        -DCMAKE_BUILD_TYPE=Release "$@"
+}
+
+check_exported_names() {
+    scripts/check_exports.sh "$tree/import/libgleigem.so"
+}
+
+# use_installed OPTION...: installs $tree, uses it as somebody who knows its name, and by pkg-config.
+use_installed() {
+    local prefix=$tree/prefix
+    cmake --install "$tree" --prefix "$prefix"
+    cmake -S tests/packaging/consumer -B "$tree/consumer" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" "$@"
+    cmake --build "$tree/consumer"
+    "$tree/consumer/consumer"
+}
+
+use_by_pkg_config() {
+    export PKG_CONFIG_PATH=$tree/prefix/lib/pkgconfig LD_LIBRARY_PATH=$tree/prefix/lib
+    eval g++ -std=c++20 tests/packaging/consumer/main.cpp -o '"$tree/by_pkg_config"' \
+        "$(pkg-config "$@" --cflags --libs gleigem)"
+    "$tree/by_pkg_config"
+}
+
+# shared_library OPTION...: a shared library without tests, its exported names, and a user of it.
+shared_library() {
+    configure "${bare[@]}" "$@"
+    cmake --build "$tree"
+    check_exported_names
+    use_installed "$@"
+    use_by_pkg_config
+}
+
+# unit_tested OPTION...: a build with the unit tests, which run with the given emulator.
+unit_tested() {
+    configure "${tested[@]}" "$@"
+    cmake --build "$tree" --target "${unit_tests[@]}"
+    local test
+    for test in "${unit_tests[@]}"; do
+        "${emulator[@]}" "$(find "$tree/tests" -name "$test" -type f)" --gtest_brief=1
+    done
+}
+
+variant_release() { shared_library; }
+variant_lto() { shared_library -DCMAKE_CXX_FLAGS=-flto; }
+variant_ipo() { shared_library -DCMAKE_INTERPROCEDURAL_OPTIMIZATION=ON; }
+variant_makefiles() { generator="Unix Makefiles" shared_library; }
+variant_cxx23() { shared_library -DCMAKE_CXX_STANDARD=23 -DCMAKE_CXX_FLAGS=-fvisibility=hidden; }
+variant_unity() { unit_tested -DCMAKE_UNITY_BUILD=ON && check_exported_names; }
+variant_debug-mode() { unit_tested -DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG && check_exported_names; }
+
+variant_clang-lto() {
+    local clang
+    clang=$(newest clang++) || skip "no clang++ is here"
+    need "ld.lld${clang#clang++}"
+    shared_library -DCMAKE_CXX_COMPILER="$clang" -DCMAKE_CXX_FLAGS="-flto -fuse-ld=lld"
+}
+
+variant_static() {
+    unit_tested -DBUILD_SHARED_LIBS=OFF
+    cmake --build "$tree"
+    use_installed
+    use_by_pkg_config --static
+}
+
+variant_static-own-platform() {
+    source=examples/own_platform
+    configure -DBUILD_SHARED_LIBS=OFF
+    cmake --build "$tree"
+    [[ -e $tree/gleigem/import/libgleigem.a ]]
+    ctest --test-dir "$tree" --output-on-failure
+}
+
+variant_multi-config() {
+    cmake -S . -B "$tree" -G "Ninja Multi-Config" -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DCMAKE_DEBUG_POSTFIX=-debug \
+        "${bare[@]}"
+    local config
+    for config in Debug Release; do
+        cmake --build "$tree" --config $config
+        cmake --install "$tree" --config $config --prefix "$tree/prefix"
+        cmake -S tests/packaging/consumer -B "$tree/$config" -G Ninja -DCMAKE_BUILD_TYPE=$config \
+            -DCMAKE_PREFIX_PATH="$tree/prefix"
+        cmake --build "$tree/$config"
+        "$tree/$config/consumer"
+    done
+    readelf --dynamic "$tree/Debug/consumer" | grep 'libgleigem-debug\.so'
+}
+
+variant_parent() {
+    source=tests/packaging/consumer
+    configure -DGLEIGEM_SOURCE_DIR="$PWD" \
+        -DCMAKE_CXX_FLAGS="-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wsign-conversion -Wold-style-cast \
+-Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wundef -Wformat=2"
+    cmake --build "$tree"
+    "$tree/consumer"
+}
+
+variant_strange-path() {
+    source="$tree/ein Ordner für alles"
+    rm -rf "$source"
+    mkdir -p "$source"
+    git archive HEAD | tar --extract --directory "$source"
+    tree=$source/build/tree
+    configure -DCMAKE_BUILD_TYPE=Debug
+    cmake --build "$tree"
+    ctest --test-dir "$tree" --output-on-failure --exclude-regex 'Random|Exhaustive|Hostile|Headers|Libcxx|SecondPlatform'
+}
+
+# set_cross COMPILER DEBIAN FOLDER EMULATOR: sets $cross_options and $emulator for a processor.
+set_cross() {
+    need "$1-g++" "$4"
+    emulator=("$4" -L "/usr/$1")
+    cross_options=(-DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/toolchains/debian_cross.cmake" -DGLEIGEM_CROSS_COMPILER="$1"
+        -DGLEIGEM_CROSS_FOLDER="$3" -DGLEIGEM_CROSS_EMULATOR="$4"
+        -DGLEIGEM_CROSS_ROOT="$PWD/build/matrix/packages/$2/root")
+    fetch_foreign_packages "$2" "build/matrix/packages/$2"
+}
+
+cross() {
+    set_cross "$@"
+    unit_tested "${cross_options[@]}"
+    check_exported_names
+}
+
+variant_aarch64() { cross aarch64-linux-gnu arm64 aarch64-linux-gnu qemu-aarch64; }
+variant_armhf() { cross arm-linux-gnueabihf armhf arm-linux-gnueabihf qemu-arm; }
+variant_i386() { cross i686-linux-gnu i386 i386-linux-gnu qemu-i386; }
+variant_s390x() { cross s390x-linux-gnu s390x s390x-linux-gnu qemu-s390x; }
+
+# Debian 12 has compilers for it and no packages, so that the headers are those of another processor, and ICU is out.
+variant_riscv64() {
+    set_cross riscv64-linux-gnu arm64 aarch64-linux-gnu qemu-riscv64
+    source=examples/own_platform
+    configure "${cross_options[@]}"
+    cmake --build "$tree"
+    ctest --test-dir "$tree" --output-on-failure
+}
+
+# A host's own platform needs no ICU, which Debian does not have for Windows. Wine finds libraries by WINEPATH.
+windows() {
+    need x86_64-w64-mingw32-g++-posix
+    fetch_foreign_packages i386 build/matrix/packages/i386
+    source=examples/own_platform
+    configure -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/toolchains/debian_mingw.cmake" \
+        -DGLEIGEM_CROSS_ROOT="$PWD/build/matrix/packages/i386/root" "$@"
+    cmake --build "$tree"
+    if command -v wine; then
+        export WINEPREFIX=$tree/wine WINEDEBUG=-all WINEPATH
+        WINEPATH="$tree;$tree/gleigem/import;$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")"
+        WINEPATH+=";/usr/x86_64-w64-mingw32/lib"
+        wine "$tree/aviary.exe" | grep 'left-wing is birds.left-wing'
+        wine "$tree/check_contract.exe" birds shapes@3+
+    fi
+}
+
+# The table of exports has every name of the list, but for what only ELF has.
+variant_windows() {
+    windows
+    local missing
+    missing=$(x86_64-w64-mingw32-objdump -p "$tree/gleigem/import/libgleigem.dll" | awk '{print $NF}' | c++filt |
+        sed -E 's/, 18446744073709551615ull>/, std::dynamic_extent>/; s/std::__cxx11::/std::/g' | LC_ALL=C sort -u |
+        LC_ALL=C comm -23 <(grep -vE 'typeinfo name|::get_lock\(\)::' tests/abi/exported_symbols.txt) -)
+    [[ ! $missing ]] || {
+        printf 'not exported:\n%s\n' "$missing"
+        return 1
+    }
+}
+
+variant_windows-static() { windows -DBUILD_SHARED_LIBS=OFF; }
+
+if [[ ${1-} == --list ]]; then
+    for name in "${!variants[@]}"; do
+        printf '%-20s %s\n' "$name" "${variants[$name]}"
+    done | sort
+    exit
+fi
+
+# try NAME: runs a variant in a process of its own, which ends at the first failure; prints one line.
+try() {
+    local name=$1 start=$SECONDS status=0 log=build/matrix/$1.log reason
+    reason=$(scripts/matrix.sh --alone "$name" 3>&1 &>"$log") || status=$?
+    case $status in
+        0) printf 'ok       %-20s %5d s  %s\n' "$name" $((SECONDS - start)) "${variants[$name]}" ;;
+        77) printf 'skipped  %-20s          %s\n' "$name" "$reason" ;;
+        *)
+            printf 'FAILED   %-20s %5d s  see %s\n' "$name" $((SECONDS - start)) "$log"
+            failures=$((failures + 1))
+            ;;
+    esac
+}
+
+if [[ ${1-} == --alone ]]; then
+    tree=$PWD/build/matrix/$2 source=. emulator=()
+    "variant_$2"
+    exit
+fi
+
+failures=0
+mkdir -p build/matrix
+names=("$@")
+((${#names[@]})) || mapfile -t names < <(printf '%s\n' "${!variants[@]}" | sort)
+for name in "${names[@]}"; do
+    [[ ${variants[$name]-} ]] || {
+        printf 'There is no variant %s; matrix.sh --list says what there is.\n' "$name" >&2
+        exit 2
+    }
+    try "$name"
+done
+((failures == 0))
