@@ -48,7 +48,9 @@ class GLEIGEM_EXPORT IImportArgumentParser {
     /// The entries of the command, in the order of its arguments.
     ///
     /// All or nothing: a command with an error yields exactly one InvalidImportEntry. A warning
-    /// directly follows the entry that it is about. Call this once.
+    /// directly follows the entry that it is about.
+    ///
+    /// \pre Call this once. Debug builds assert it, where the first call has yielded anything.
     ///
     /// \returns a list that the parser owns; you may move entries out of it.
     /// \throws std::bad_alloc, and what the package descriptor library throws for a plain package
@@ -69,6 +71,7 @@ createImportArgumentParser(cppcompat::span<const std::u16string> arguments, Beha
 /// The tree is asked for the number of arguments, to reserve memory; then, for each argument, for
 /// the number again, the argument's node and the node's text.
 ///
+/// \pre \p command has a tree, which a default-constructed view lacks. Debug builds assert it.
 /// \throws std::bad_alloc, and what the tree and the host's services throw.
 GLEIGEM_EXPORT std::unique_ptr<IImportArgumentParser>
 createImportArgumentParser(lf::astapi::ImportCommandView command, Behavior behavior);

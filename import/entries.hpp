@@ -15,11 +15,16 @@
 
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <variant>
 
 namespace lf::import {
 
 class ImportArgumentParser;
+
+static_assert(std::is_nothrow_move_constructible_v<Oxtavel::KeldarComponents::PackageSpecifier>,
+              "the host's PackageSpecifier must be movable without an exception: entries are, and "
+              "a move that throws would end the program");
 
 /// A package import: which package, in which versions, under which name.
 class GLEIGEM_EXPORT PackageImportEntry {

@@ -8,6 +8,12 @@
 #include <import/export.hpp>
 #include <import/platform.hpp>
 
+#if !defined(NDEBUG) && !defined(__cpp_rtti) && !defined(_CPPRTTI)
+#error                                                                                             \
+    "import/import_list.hpp needs run-time type information: the views of its getters do unless \
+NDEBUG is defined. Compile without -fno-rtti or with -DNDEBUG; the other headers need neither."
+#endif
+
 #include <range/v3/range_fwd.hpp>
 #include <range/v3/view/any_view.hpp>
 

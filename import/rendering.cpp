@@ -21,18 +21,43 @@ concept Complete = requires {
     sizeof(Facet);
 };
 
+// Whether the stream's buffer takes all of it.
+template <typename Char>
+bool putPaddedWithBlanks(std::basic_ostream<Char>& stream, std::basic_string_view<Char> piece) {
+    auto const width = static_cast<std::size_t>(stream.width(0));
+    std::basic_string<Char> text(piece.size() < width ? width - piece.size() : 0, Char(' '));
+    bool const left = (stream.flags() & std::ios_base::adjustfield) == std::ios_base::left;
+    text.insert(left ? 0 : text.size(), piece);
+    auto const size = static_cast<std::streamsize>(text.size());
+    return stream.rdbuf()->sputn(text.data(), size) == size;
+}
+
+// Sets badbit in a handler: as for any insertion, what was caught goes on to the caller of a stream
+// whose exceptions() ask for that, and no std::ios_base::failure takes its place.
+template <typename Char>
+void setBadInHandler(std::basic_ostream<Char>& stream) {
+    try {
+        stream.setstate(std::ios_base::badbit);
+    } catch (std::ios_base::failure const&) { // NOLINT(bugprone-empty-catch): replaced below
+    }
+    if ((stream.exceptions() & std::ios_base::badbit) != 0) {
+        throw;
+    }
+}
+
 template <typename Char>
 void insertPaddedWithBlanks(std::basic_ostream<Char>& stream, std::basic_string_view<Char> piece) {
     typename std::basic_ostream<Char>::sentry const ready(stream);
     if (!ready) {
         return;
     }
-    auto const width = static_cast<std::size_t>(stream.width(0));
-    std::basic_string<Char> text(piece.size() < width ? width - piece.size() : 0, Char(' '));
-    bool const left = (stream.flags() & std::ios_base::adjustfield) == std::ios_base::left;
-    text.insert(left ? 0 : text.size(), piece);
-    auto const size = static_cast<std::streamsize>(text.size());
-    if (stream.rdbuf()->sputn(text.data(), size) != size) {
+    bool complete = false;
+    try {
+        complete = putPaddedWithBlanks(stream, piece);
+    } catch (...) {
+        return setBadInHandler(stream);
+    }
+    if (!complete) {
         stream.setstate(std::ios_base::failbit | std::ios_base::badbit);
     }
 }

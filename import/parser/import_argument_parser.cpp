@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <tuple>
 #include <utility>
@@ -68,6 +69,7 @@ ImportArgumentParser::ImportArgumentParser(cppcompat::span<const std::u16string>
 // The tree may change while it is read, so the loop asks for the current count each time.
 ImportArgumentParser::ImportArgumentParser(lf::astapi::ImportCommandView command,
                                            Classifier classify) {
+    assert(command.tree != nullptr && "a command view has a tree");
     arguments.reserve(command.tree->getNumberOfArguments(command.node));
     for (std::size_t index = 0; index < command.tree->getNumberOfArguments(command.node); ++index) {
         lf::astapi::ArgumentNode const argument = command.tree->getArgument(command.node, index);
@@ -76,6 +78,7 @@ ImportArgumentParser::ImportArgumentParser(lf::astapi::ImportCommandView command
 }
 
 std::vector<ParsedImportEntry>& ImportArgumentParser::parse() {
+    assert(cursor == 0 && entries.empty() && "a parser parses once");
     auto const rejected = std::ranges::find_if(arguments, [](auto const& argument) {
         return std::holds_alternative<InvalidImportArgument>(argument);
     });

@@ -100,5 +100,22 @@ TEST(Parser, LetsEntriesBeMovedOutOfItsResult) {
     EXPECT_EQ(result.first.getIntroducedName(), u"");
 }
 
+#if !defined(NDEBUG)
+
+TEST(ParserDeathTest, RefusesACommandThatHasNoTree) {
+    EXPECT_DEATH(
+        createImportArgumentParser(lf::astapi::ImportCommandView{}, Behavior::WithPackageImports),
+        "has a tree");
+}
+
+TEST(ParserDeathTest, RefusesToParseTwice) {
+    std::vector<std::u16string> const command{u"a.b"};
+    auto const parser = createImportArgumentParser(command, Behavior::WithPackageImports);
+    parser->parse();
+    EXPECT_DEATH(parser->parse(), "parses once");
+}
+
+#endif
+
 } // namespace
 } // namespace lf::import

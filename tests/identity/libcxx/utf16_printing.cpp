@@ -55,6 +55,16 @@ class ShortBuffer : public std::basic_streambuf<char16_t> {
     std::streamsize capacity;
 };
 
+struct Refusal {};
+
+/// Takes nothing, and says so by an exception.
+class ThrowingBuffer : public std::basic_streambuf<char16_t> {
+  protected:
+    std::streamsize xsputn(char16_t const* /*text*/, std::streamsize /*size*/) override {
+        throw Refusal();
+    }
+};
+
 std::ios_base::iostate stateAfterPrintingTo(std::streamsize units) {
     ShortBuffer buffer(units);
     std::basic_ostream<char16_t> stream(&buffer);
@@ -84,6 +94,25 @@ void checkStates() {
     check("and keeps its width", failed.width() == 7);
 }
 
+void checkExceptions() {
+    using std::ios_base;
+    ThrowingBuffer buffer;
+    std::basic_ostream<char16_t> quiet(&buffer);
+    quiet << name();
+    check("a buffer's exception makes the stream bad", quiet.rdstate() == ios_base::badbit);
+
+    std::basic_ostream<char16_t> loud(&buffer);
+    loud.exceptions(ios_base::badbit);
+    bool passedOn = false;
+    try {
+        loud << name();
+    } catch (Refusal const&) {
+        passedOn = true;
+    }
+    check("and is passed on if the stream is to throw",
+          passedOn && loud.rdstate() == ios_base::badbit);
+}
+
 void checkAlias() {
     using Oxtavel::KeldarComponents::GetComponentVersionRangeFactory;
     using Oxtavel::KeldarComponents::PackageSpecifier;
@@ -103,6 +132,7 @@ void checkAlias() {
 int main() {
     checkPadding();
     checkStates();
+    checkExceptions();
     checkAlias();
     return numberOfFailures == 0 ? 0 : 1;
 }
