@@ -69,7 +69,8 @@ createImportArgumentParser(cppcompat::span<const std::u16string> arguments, Beha
 /// during this call.
 ///
 /// The tree is asked for the number of arguments, to reserve memory; then, for each argument, for
-/// the number again, the argument's node and the node's text.
+/// the number again, the argument's node and the node's text. If the tree promises more arguments
+/// than fit into memory, they are read until memory runs out.
 ///
 /// \pre \p command has a tree, which a default-constructed view lacks. Debug builds assert it.
 /// \throws std::bad_alloc, and what the tree and the host's services throw.

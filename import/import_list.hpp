@@ -55,6 +55,18 @@ struct FoundFullyQualifiedName {
 /// A list reads its parent and never changes it. Lists are not synchronised: several threads may
 /// read them while no thread adds to them or to an ancestor. An operation that throws leaves the
 /// list unchanged.
+///
+/// The parent of a library list may be a *foreign* list: a host's own implementation of this
+/// interface, or a list of a second copy of the library. The library asks it through the interface
+/// and relies on three things:
+/// - The list that getParent returns lives as long as the list that returned it. If a foreign list
+///   hands out the only share of its parent, what a lookup finds beyond it dangles.
+/// - Parents form no cycle. A walk along one does not end.
+/// - While a lookup lasts, the same question has the same answer. A lookup asks it once.
+///
+/// The library follows parents in loops. Foreign lists that pass questions on to their parents, or
+/// own them when they are destroyed, nest calls instead: the stack limits how many of those a chain
+/// can have, to some ten thousand in eight megabytes.
 class GLEIGEM_EXPORT IImportList {
   public:
     /// Whether an operation includes the ancestors of the list. Any other value means No.
@@ -83,7 +95,8 @@ class GLEIGEM_EXPORT IImportList {
     ///
     /// \param entry moved from only when it is stored.
     /// \returns nothing if the entry was accepted, else the reason why it was refused.
-    /// \throws std::bad_alloc, std::bad_variant_access for a valueless entry.
+    /// \throws std::bad_alloc, std::bad_variant_access for a valueless entry, std::length_error for
+    ///         more than 2,147,483,647 entries of a kind, and what a foreign ancestor throws.
     virtual std::optional<resource_core::GenericMsgIDHolder>
     addStaticImportEntry(ImportEntry&& entry) = 0;
 
@@ -106,6 +119,10 @@ class GLEIGEM_EXPORT IImportList {
     /// An ancestor's entry is hidden by a list on the way that has a package of its introduced name
     /// or an entry with its raw argument. The view is lazy and copies nothing; it is valid while
     /// this list and its ancestors live and are not added to.
+    ///
+    /// A whole enumeration takes at most one test for each entry and each list on the way to it:
+    /// time grows with entries times lists, and no memory is kept. To begin one takes the tests of
+    /// the hidden entries before the first visible one.
     virtual ranges::any_view<FullyQualifiedImportEntry const&, ranges::category::forward>
     getFullyQualifiedImportEntries(CheckAncestorList check) const = 0;
 
@@ -139,6 +156,9 @@ class GLEIGEM_EXPORT IImportList {
 
 /// Creates an empty list for a scope within the scope of \p parent, or for an outermost scope if
 /// \p parent is null. The list shares ownership of its parent.
+///
+/// \throws std::bad_alloc; std::system_error if the operating system has no random numbers for the
+///         key under which this process hashes names.
 GLEIGEM_EXPORT std::unique_ptr<IImportList>
 createImportList(std::shared_ptr<IImportList const> parent);
 

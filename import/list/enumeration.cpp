@@ -145,55 +145,57 @@ class VisibleAndForeignEntries : public ranges::view_facade<VisibleAndForeignEnt
   private:
     friend ranges::range_access;
 
+    // Knows what it stands at: where foreign lists wrap lists with foreign ancestors, asking
+    // through all of them for that would make each step cost their number squared.
     class Cursor {
       public:
         Cursor() = default;
 
         explicit Cursor(VisibleAndForeignEntries& itsView) : view(&itsView), own(*itsView.asked) {
             if (own.isAtEnd()) {
-                beginForeign();
+                foreign = ranges::begin(view->foreignEntries);
             }
+            settle();
         }
 
-        Entry const& read() const { return own.isAtEnd() ? *foreign : own.read(); }
+        Entry const& read() const noexcept { return *entry; }
 
         void next() {
             if (own.isAtEnd()) {
                 ++foreign;
-                skipHidden();
-                return;
+            } else if (own.next(); own.isAtEnd()) {
+                foreign = ranges::begin(view->foreignEntries);
             }
-            own.next();
-            if (own.isAtEnd()) {
-                beginForeign();
-            }
+            settle();
         }
 
         bool equal(Cursor const& other) const {
             return own.equal(other.own) && (!own.isAtEnd() || foreign == other.foreign);
         }
 
-        bool equal(ranges::default_sentinel_t) const { return own.isAtEnd() && isForeignAtEnd(); }
+        bool equal(ranges::default_sentinel_t) const noexcept { return entry == nullptr; }
 
       private:
-        bool isForeignAtEnd() const { return foreign == ranges::end(view->foreignEntries); }
-
-        void beginForeign() {
-            foreign = ranges::begin(view->foreignEntries);
-            skipHidden();
-        }
-
-        void skipHidden() {
-            ImportList const& list = *view->asked;
-            while (!isForeignAtEnd() &&
-                   isHidden(*foreign, hashesOf(*foreign, list.hashKey()), list.chain())) {
-                ++foreign;
+        // Goes on to a visible entry, unless it stands at one.
+        void settle() {
+            if (!own.isAtEnd()) {
+                entry = &own.read();
+                return;
             }
+            ImportList const& list = *view->asked;
+            for (; foreign != ranges::end(view->foreignEntries); ++foreign) {
+                entry = &*foreign;
+                if (!isHidden(*entry, hashesOf(*entry, list.hashKey()), list.chain())) {
+                    return;
+                }
+            }
+            entry = nullptr;
         }
 
         VisibleAndForeignEntries* view = nullptr;
         ChainCursor<Entry> own;
         ranges::iterator_t<AnyView<Entry>> foreign; // singular while in the chain
+        Entry const* entry = nullptr;               // null at the end
     };
 
     Cursor begin_cursor() { return Cursor(*this); }

@@ -93,7 +93,7 @@ class ImportList final : public IImportList {
     /// The first entry of one kind that introduces \p name, or null.
     template <typename Entry>
     Entry const* findOwn(NameKey const& name) const noexcept {
-        return indexByName<Entry>().mayHold(name.hash) ? probe<Entry>(name) : nullptr;
+        return indexByName<Entry>().mayHold(name) ? probe<Entry>(name) : nullptr;
     }
 
     /// The same for a name that passed the filter.
@@ -108,7 +108,7 @@ class ImportList final : public IImportList {
 
     /// Whether a dotted entry has exactly this raw argument.
     bool holdsRawArgument(NameKey const& rawArgument) const noexcept {
-        return rawArguments.mayHold(rawArgument.hash) &&
+        return rawArguments.mayHold(rawArgument) &&
                rawArguments.find(rawArgument.hash, [&](EntryPosition each) {
                    return visitDotted(each, [&](auto const& entry) {
                        return isSame(entry.getRawArgument(), rawArgument.text);
@@ -118,7 +118,7 @@ class ImportList final : public IImportList {
 
     /// Whether a dotted entry starts with this element.
     bool holdsRootElement(NameKey const& rootElement) const noexcept {
-        return rootElements.mayHold(rootElement.hash) &&
+        return rootElements.mayHold(rootElement) &&
                rootElements.find(rootElement.hash, [&](EntryPosition each) {
                    return visitDotted(each, [&](auto const& entry) {
                        return isSame(entry.getRootElement(), rootElement.text);

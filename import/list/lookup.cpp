@@ -53,8 +53,8 @@ struct FullyQualifiedLookup {
 
 // The first list of the chain from \p list outward whose filter lets the name pass, or null.
 template <typename Entry>
-ImportList const* firstThatMayHold(ImportList const* list, NameHash hash) noexcept {
-    while (list != nullptr && !list->indexByName<Entry>().mayHold(hash)) {
+ImportList const* firstThatMayHold(ImportList const* list, NameKey const& name) noexcept {
+    while (list != nullptr && !list->indexByName<Entry>().mayHold(name)) {
         list = list->enclosingList();
     }
     return list;
@@ -68,7 +68,7 @@ Entry const* findInChain(ImportList const* candidate, NameKey const& name) noexc
         if (auto const* const entry = candidate->probe<Entry>(name)) {
             return entry;
         }
-        candidate = firstThatMayHold<Entry>(candidate->enclosingList(), name.hash);
+        candidate = firstThatMayHold<Entry>(candidate->enclosingList(), name);
     }
     return nullptr;
 }
@@ -87,7 +87,7 @@ std::optional<typename Kind::Found> walkOutward(Share const* foreign, NameKey co
         }
         held = (*foreign)->getParent();
         ImportList const* const list = asImportList(held.get());
-        auto const* const candidate = firstThatMayHold<typename Kind::Entry>(list, name.hash);
+        auto const* const candidate = firstThatMayHold<typename Kind::Entry>(list, name);
         if (auto const* const entry = findInChain<typename Kind::Entry>(candidate, name)) {
             return Kind::found(*entry, EntryOrigin::Ancestor);
         }
@@ -132,7 +132,7 @@ lookUpFrom(ImportList const& asked, ImportList const* candidate, std::u16string_
             asked.findOwn<typename Kind::HidingEntry>(name) != nullptr) {
             return std::nullopt;
         }
-        candidate = firstThatMayHold<Entry>(asked.enclosingList(), hash);
+        candidate = firstThatMayHold<Entry>(asked.enclosingList(), name);
     }
     if (auto const* const entry = findInChain<Entry>(candidate, name)) {
         return Kind::found(*entry, EntryOrigin::Ancestor);
@@ -142,37 +142,37 @@ lookUpFrom(ImportList const& asked, ImportList const* candidate, std::u16string_
 }
 
 template <typename Kind>
-std::optional<typename Kind::Found> lookUp(ImportList const& asked, std::u16string_view text,
-                                           NameHash hash, CheckAncestorList check) {
+std::optional<typename Kind::Found> lookUp(ImportList const& asked, NameKey const& name,
+                                           CheckAncestorList check) {
     ImportList const* candidate = &asked;
-    if (!asked.indexByName<typename Kind::Entry>().mayHold(hash) &&
-        !asked.indexByName<typename Kind::HidingEntry>().mayHold(hash)) {
+    if (!asked.indexByName<typename Kind::Entry>().mayHold(name) &&
+        !asked.indexByName<typename Kind::HidingEntry>().mayHold(name)) {
         if (check != CheckAncestorList::Yes) {
             return std::nullopt;
         }
-        candidate = firstThatMayHold<typename Kind::Entry>(asked.enclosingList(), hash);
+        candidate = firstThatMayHold<typename Kind::Entry>(asked.enclosingList(), name);
         if (candidate == nullptr && asked.foreignAncestor() == nullptr) {
             return std::nullopt;
         }
     }
-    return lookUpFrom<Kind>(asked, candidate, text, hash, check);
+    return lookUpFrom<Kind>(asked, candidate, name.text, name.hash, check);
 }
 
 } // namespace
 
 std::optional<FoundImportEntry> ImportList::findPackage(NameKey const& name,
                                                         CheckAncestorList check) const {
-    return lookUp<PackageLookup>(*this, name.text, name.hash, check);
+    return lookUp<PackageLookup>(*this, name, check);
 }
 
 [[gnu::flatten]] std::optional<FoundImportEntry>
 ImportList::findPackageImportEntry(std::u16string_view name, CheckAncestorList check) const {
-    return lookUp<PackageLookup>(*this, name, key.hash(name), check);
+    return lookUp<PackageLookup>(*this, NameKey(name, key), check);
 }
 
 [[gnu::flatten]] std::optional<FoundFullyQualifiedName>
 ImportList::findFullyQualifiedImportEntry(std::u16string_view name, CheckAncestorList check) const {
-    return lookUp<FullyQualifiedLookup>(*this, name, key.hash(name), check);
+    return lookUp<FullyQualifiedLookup>(*this, NameKey(name, key), check);
 }
 
 } // namespace lf::import

@@ -14,8 +14,8 @@
 
 namespace lf::import {
 
-/// A Bloom filter whose bits of one name share a word, so that a test reads one cache line. Most
-/// names are in none of the lists that are asked for them.
+/// A Bloom filter. The low bits of a hash choose a word, and all bits of a name are in that, so
+/// that a test reads one cache line. Most names are in none of the lists that are asked for them.
 class NameFilter {
   public:
     /// How many names a word takes before too many others pass.
@@ -27,31 +27,27 @@ class NameFilter {
     explicit NameFilter(std::size_t names) {
         std::size_t const words = std::bit_ceil(names / namesPerWord);
         if (words > few.size()) {
+            few.fill(~std::uint64_t{0});
             many.resize(words);
-            mask = words - 1;
         }
     }
 
     void add(NameHash hash) noexcept {
-        std::uint64_t* const words = mask < few.size() ? few.data() : many.data();
-        words[hash & mask] |= bitsOf(hash);
+        few[hash % few.size()] |= filterBitsOf(hash);
+        if (!many.empty()) {
+            many[hash & (many.size() - 1)] |= filterBitsOf(hash);
+        }
     }
 
-    bool mayHold(NameHash hash) const noexcept {
-        std::uint64_t const* const words = mask < few.size() ? few.data() : many.data();
-        std::uint64_t const bits = bitsOf(hash);
-        return (words[hash & mask] & bits) == bits;
+    /// \param bits those of \p hash.
+    bool mayHold(NameHash hash, std::uint64_t bits) const noexcept {
+        return (few[hash % few.size()] & bits) == bits &&
+               (many.empty() || (many[hash & (many.size() - 1)] & bits) == bits);
     }
 
   private:
-    // The low bits of a hash choose the word, the high ones the bits in it.
-    static std::uint64_t bitsOf(NameHash hash) noexcept {
-        return std::uint64_t{1} << (hash >> 26) | std::uint64_t{1} << (hash >> 20 & 63);
-    }
-
-    std::array<std::uint64_t, 2> few{}; ///< the words of a small list
-    std::size_t mask = few.size() - 1;  ///< the number of words less one
-    std::vector<std::uint64_t> many;    ///< the words of a large list
+    std::array<std::uint64_t, 2> few{}; ///< of a small list; lets everything of a large one pass
+    std::vector<std::uint64_t> many;    ///< of a large list; a power of two, or none
 };
 
 } // namespace lf::import

@@ -45,15 +45,22 @@ inline bool isSame(std::u16string_view left, std::u16string_view right) noexcept
            std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
 }
 
+/// The bits of a name in a word of a NameFilter.
+constexpr std::uint64_t filterBitsOf(NameHash hash) noexcept {
+    return std::uint64_t{1} << (hash >> 26) | std::uint64_t{1} << (hash >> 20 & 63);
+}
+
 /// A name with its hash: what a whole chain of lists is asked with.
 struct NameKey {
-    NameKey(std::u16string_view name, NameHash itsHash) noexcept : text(name), hash(itsHash) {}
+    NameKey(std::u16string_view name, NameHash itsHash) noexcept
+        : text(name), hash(itsHash), filterBits(filterBitsOf(itsHash)) {}
 
     NameKey(std::u16string_view name, HashKey const& key) noexcept
         : NameKey(name, key.hash(name)) {}
 
     std::u16string_view text;
     NameHash hash;
+    std::uint64_t filterBits; ///< computed once for all filters
 };
 
 } // namespace lf::import

@@ -51,7 +51,9 @@ class EntryPosition {
 class NameIndex {
   public:
     /// Whether find can find anything.
-    bool mayHold(NameHash hash) const noexcept { return filter.mayHold(hash); }
+    bool mayHold(NameKey const& name) const noexcept {
+        return filter.mayHold(name.hash, name.filterBits);
+    }
 
     /// A position with \p hash for which \p hasName holds, if there is one.
     template <typename HasName>

@@ -66,11 +66,14 @@ ImportArgumentParser::ImportArgumentParser(cppcompat::span<const std::u16string>
     }
 }
 
+// A tree that has not given any text yet is trusted with this many records.
+constexpr std::size_t mostReserved = 4'096;
+
 // The tree may change while it is read, so the loop asks for the current count each time.
 ImportArgumentParser::ImportArgumentParser(lf::astapi::ImportCommandView command,
                                            Classifier classify) {
     assert(command.tree != nullptr && "a command view has a tree");
-    arguments.reserve(command.tree->getNumberOfArguments(command.node));
+    arguments.reserve(std::min(command.tree->getNumberOfArguments(command.node), mostReserved));
     for (std::size_t index = 0; index < command.tree->getNumberOfArguments(command.node); ++index) {
         lf::astapi::ArgumentNode const argument = command.tree->getArgument(command.node, index);
         arguments.push_back(classify(argument.tree->getText(argument.node)));

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <limits>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -88,6 +90,33 @@ TEST(Parser, DoesNotKeepTheTexts) {
     EXPECT_EQ(support::observe(parser->parse()),
               std::vector{support::fullyQualified(0, u"averylongroot.averylongname",
                                                   u"averylongroot", u"averylongname")});
+}
+
+/// A tree that promises more arguments than anybody has, until it is asked again.
+class PromisingTree final : public lf::astapi::ISyntaxTree {
+  public:
+    std::size_t getNumberOfArguments(lf::astapi::NodeHandle /*command*/) const override {
+        return std::exchange(promised, 2);
+    }
+
+    lf::astapi::ArgumentNode getArgument(lf::astapi::NodeHandle /*command*/,
+                                         std::size_t index) const override {
+        return {this, index};
+    }
+
+    std::u16string getText(lf::astapi::NodeHandle argument) const override {
+        return argument == 0 ? u"a.b" : u"c.d";
+    }
+
+  private:
+    mutable std::size_t promised = std::numeric_limits<std::size_t>::max();
+};
+
+TEST(Parser, DoesNotTrustATreeWithAnyAmountOfMemory) {
+    PromisingTree const tree;
+    auto const parser = createImportArgumentParser(lf::astapi::ImportCommandView{&tree, 0},
+                                                   Behavior::WithPackageImports);
+    EXPECT_EQ(parser->parse().size(), 2U);
 }
 
 TEST(Parser, LetsEntriesBeMovedOutOfItsResult) {
