@@ -50,7 +50,7 @@ LAYERS = (
     layer("import/parser", r"import/parser/.*", "classification, the parser, the command grammar",
           "import sources", "import public headers", "import/platform.hpp"),
     layer("import/list", r"import/list/.*", "the list, lookup, adding, enumeration",
-          "import sources", "import public headers", "import/platform.hpp", "range-v3", "xxHash"),
+          "import sources", "import public headers", "import/platform.hpp", "range-v3", "Boost", "xxHash"),
     layer("host kit", r"host/.*", "what every host writes around the library: headers alone",
           "import public headers", "import/platform.hpp"),
     layer("own platform", r"examples/own_platform/platform/.*", "the platform of another language, as an example"),

@@ -6,11 +6,12 @@
 
 #include <import/list/name_hash.hpp>
 
-#include <array>
+#include <boost/container/small_vector.hpp>
+
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 namespace lf::import {
 
@@ -21,33 +22,24 @@ class NameFilter {
     /// How many names a word takes before too many others pass.
     static constexpr std::size_t namesPerWord = 6;
 
-    NameFilter() = default;
-
     /// For up to \p names names; allocates unless they are few.
-    explicit NameFilter(std::size_t names) {
-        std::size_t const words = std::bit_ceil(names / namesPerWord);
-        if (words > few.size()) {
-            few.fill(~std::uint64_t{0});
-            many.resize(words);
-        }
-    }
+    explicit NameFilter(std::size_t names = 0)
+        : words(std::max(std::bit_ceil(names / namesPerWord), fewWords)) {}
 
-    void add(NameHash hash) noexcept {
-        few[hash % few.size()] |= filterBitsOf(hash);
-        if (!many.empty()) {
-            many[hash & (many.size() - 1)] |= filterBitsOf(hash);
-        }
-    }
+    void add(NameHash hash) noexcept { words[placeOf(hash)] |= filterBitsOf(hash); }
 
     /// \param bits those of \p hash.
     bool mayHold(NameHash hash, std::uint64_t bits) const noexcept {
-        return (few[hash % few.size()] & bits) == bits &&
-               (many.empty() || (many[hash & (many.size() - 1)] & bits) == bits);
+        return (words[placeOf(hash)] & bits) == bits;
     }
 
   private:
-    std::array<std::uint64_t, 2> few{}; ///< of a small list; lets everything of a large one pass
-    std::vector<std::uint64_t> many;    ///< of a large list; a power of two, or none
+    static constexpr std::size_t fewWords = 2;
+
+    std::size_t placeOf(NameHash hash) const noexcept { return hash & (words.size() - 1); }
+
+    /// A power of two; few of them stand in the list itself.
+    boost::container::small_vector<std::uint64_t, fewWords> words;
 };
 
 } // namespace lf::import
