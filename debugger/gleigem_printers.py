@@ -224,7 +224,7 @@ class ListPrinter:
         yield "parent", self.parent
         for kind, entries in self.entries.items():
             for index, entry in enumerate(entries):
-                yield f"{kind} {index}", entry
+                yield f"{kind} {index}", entry["entry"]
 
 
 def print_text(description):
