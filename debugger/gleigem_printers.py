@@ -5,6 +5,7 @@ gdb loads this file by itself together with libgleigem.so, where its auto-load s
 `source` it. It knows how libstdc++ lays out its types and how the reference platform lays out its own.
 """
 
+import re
 import sys
 
 import gdb
@@ -245,7 +246,9 @@ def guarded(make_printer):
         try:
             return make_printer(value)
         except gdb.error as failure:
-            return None if "no member named" in str(failure) else TextPrinter(f"<not readable: {failure}>")
+            # gdb words it differently for classes.
+            is_other_type = re.search("no member (or method )?named", str(failure))
+            return None if is_other_type else TextPrinter(f"<not readable: {failure}>")
 
     return printer_of
 

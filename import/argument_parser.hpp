@@ -48,7 +48,8 @@ class GLEIGEM_EXPORT IImportArgumentParser {
     /// The entries of the command, in the order of its arguments.
     ///
     /// All or nothing: a command with an error yields exactly one InvalidImportEntry. A warning
-    /// directly follows the entry that it is about.
+    /// directly follows the entry that it is about; only that about the argument `.*` without
+    /// package imports stands alone, as an error does.
     ///
     /// \pre Call this once. Debug builds assert it, where the first call has yielded anything.
     ///

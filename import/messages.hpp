@@ -21,7 +21,8 @@ inline constexpr std::string_view messageCatalogue = "KELDAR:lang";
 
 /// The severity of a diagnostic.
 enum class Severity : std::uint8_t {
-    /// The diagnostic accompanies the import, which is valid.
+    /// The diagnostic accompanies the import, which is valid. The argument `.*` without package
+    /// imports is the exception: its warning is all that the command yields.
     Warning,
     /// The diagnostic replaces the import.
     Error,

@@ -31,7 +31,7 @@ std::u16string rejectedAliasText(ParsedImportArgument const& argument) {
     if (auto const* const wildcard = std::get_if<WildcardImportArgument>(&argument)) {
         return wildcard->rawArgument;
     }
-    return std::get<VersionedPackageImportArgument>(argument).specifier.ToString();
+    return std::u16string(std::get<VersionedPackageImportArgument>(argument).specifier.ToString());
 }
 
 } // namespace

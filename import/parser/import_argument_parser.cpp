@@ -140,8 +140,8 @@ void ImportArgumentParser::takeName() {
 // the entry where the package descriptor library gives the package the same name.
 PackageImportEntry ImportArgumentParser::makePackageEntry(PackageNameImportArgument&& argument) {
     PackageSpecifier specifier(argument.name, GetComponentVersionRangeFactory());
-    std::u16string name =
-        specifier.Name() == argument.name ? std::move(argument.name) : specifier.Name();
+    std::u16string name = specifier.Name() == argument.name ? std::move(argument.name)
+                                                            : std::u16string(specifier.Name());
     return {std::move(specifier), std::move(name)};
 }
 

@@ -107,15 +107,13 @@ IComponentVersionRangeFactory const& GetComponentVersionRangeFactory() {
 
 PackageSpecifier::PackageSpecifier(std::u16string const& text,
                                    IComponentVersionRangeFactory const& /*factory*/)
-    : name(text, 0, text.find(u'@')), editions(text, std::min(name.size() + 1, text.size())) {
-    bool const wantsAny = name == text;
-    if (!lf::util::isValidIdentifier(name) || !(wantsAny || isEdition(editions))) {
+    : asWritten(text) {
+    std::u16string_view const name = Name();
+    bool const wantsAny = name == ToString();
+    if (!lf::util::isValidIdentifier(name) ||
+        !(wantsAny || isEdition(ToString().substr(name.size() + 1)))) {
         throw InvalidSpecifier();
     }
-}
-
-std::u16string PackageSpecifier::ToString() const {
-    return editions.empty() ? name : name + u'@' + editions;
 }
 
 std::ostream& operator<<(std::ostream& stream, PackageSpecifier const& specifier) {

@@ -8,6 +8,7 @@
 
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 namespace Oxtavel::KeldarComponents {
 
@@ -18,14 +19,13 @@ class PackageSpecifier {
     PackageSpecifier(std::u16string const& text, IComponentVersionRangeFactory const& factory);
 
     /// The package's own name.
-    std::u16string const& Name() const { return name; }
+    std::u16string_view Name() const { return ToString().substr(0, asWritten.find(u'@')); }
 
     /// Text that reads back as the same package and editions.
-    std::u16string ToString() const;
+    std::u16string_view ToString() const { return asWritten; }
 
   private:
-    std::u16string name;
-    std::u16string editions; ///< empty for any
+    std::u16string asWritten;
 };
 
 std::ostream& operator<<(std::ostream& stream, PackageSpecifier const& specifier);

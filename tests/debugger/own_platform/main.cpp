@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: BSL-1.0
+
+// What own_platform_test.py has gdb print, on a platform whose types the printers do not know.
+
+#include <import/import.hpp>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace {
+
+using namespace lf::import;
+
+[[gnu::noinline]] void stopHere() {
+    asm volatile(""); // keeps the call
+}
+
+template <typename Entry>
+Entry entryOf(std::vector<std::u16string> const& arguments) {
+    auto const parser = createImportArgumentParser(arguments, Behavior::WithPackageImports);
+    return std::get<std::pair<Entry, ImportArgumentIndex>>(std::move(parser->parse().at(0))).first;
+}
+
+} // namespace
+
+int main() {
+    FullyQualifiedImportEntry const name = entryOf<FullyQualifiedImportEntry>({u"a.b.c"});
+    WildcardImportEntry const wildcard = entryOf<WildcardImportEntry>({u"a.b.*"});
+    PackageImportEntry const package = entryOf<PackageImportEntry>({u"matrix@2", u"as", u"m"});
+    InvalidImportEntry const invalid = entryOf<InvalidImportEntry>({u"a."});
+    std::shared_ptr<IImportList> const list = createImportList(nullptr);
+    (void)list->addStaticImportEntry(FullyQualifiedImportEntry(name));
+    (void)list->addStaticImportEntry(PackageImportEntry(package));
+    stopHere();
+    return wildcard.getRawArgument().empty() || !invalid.holdsMsgWithKey("InvalidImportArgument");
+}
