@@ -10,3 +10,4 @@
 #include <import/import_list.hpp>
 #include <import/messages.hpp>
 #include <import/rendering.hpp>
+#include <import/version.hpp>
