@@ -73,6 +73,20 @@ ImportList::Refusal ImportList::addPackage(PackageImportEntry&& entry, Mode mode
     return std::nullopt;
 }
 
+// When there is room in the indexes, only the vector can fail, and then it stores nothing.
+template <typename Entry>
+void ImportList::storeDotted(std::vector<StoredEntry<Entry>>& entries, EntryPosition position,
+                             Entry&& entry, EntryHashes hashes, NameKey const& root) {
+    bool const isRootNew = !holdsRootElement(root);
+    rawArguments.makeRoomForOneMore();
+    rootElements.makeRoomForOneMore();
+    entries.emplace_back(std::move(entry), hashes);
+    rawArguments.insert(hashes.rawArgument, position);
+    if (isRootNew) {
+        rootElements.insert(root.hash, position);
+    }
+}
+
 ImportList::Refusal ImportList::addFullyQualified(FullyQualifiedImportEntry&& entry) {
     NameKey const raw(entry.getRawArgument(), key);
     if (holdsRawArgument(raw)) {
@@ -87,17 +101,10 @@ ImportList::Refusal ImportList::addFullyQualified(FullyQualifiedImportEntry&& en
         return invalidAbbreviation();
     }
     bool const isNameNew = findOwn<FullyQualifiedImportEntry>(name) == nullptr;
-    bool const isRootNew = !holdsRootElement(root);
     EntryPosition const position(fullyQualifiedEntries.size(), EntryPosition::Kind::Named);
-    rawArguments.makeRoomForOneMore();
-    rootElements.makeRoomForOneMore();
     fullyQualifiedIndexByName.makeRoomForOneMore();
-    fullyQualifiedEntries.emplace_back(
-        std::move(entry), EntryHashes{.introducedName = name.hash, .rawArgument = raw.hash});
-    rawArguments.insert(raw.hash, position);
-    if (isRootNew) {
-        rootElements.insert(root.hash, position);
-    }
+    storeDotted(fullyQualifiedEntries, position, std::move(entry),
+                {.introducedName = name.hash, .rawArgument = raw.hash}, root);
     if (isNameNew) {
         fullyQualifiedIndexByName.insert(name.hash, position);
     }
@@ -113,15 +120,9 @@ ImportList::Refusal ImportList::addWildcard(WildcardImportEntry&& entry) {
     if (findPackage(root, CheckAncestorList::Yes)) {
         return invalidAbbreviation();
     }
-    bool const isRootNew = !holdsRootElement(root);
-    EntryPosition const position(wildcardEntries.size(), EntryPosition::Kind::Wildcard);
-    rawArguments.makeRoomForOneMore();
-    rootElements.makeRoomForOneMore();
-    wildcardEntries.emplace_back(std::move(entry), EntryHashes{.rawArgument = raw.hash});
-    rawArguments.insert(raw.hash, position);
-    if (isRootNew) {
-        rootElements.insert(root.hash, position);
-    }
+    storeDotted(wildcardEntries,
+                EntryPosition(wildcardEntries.size(), EntryPosition::Kind::Wildcard),
+                std::move(entry), {.rawArgument = raw.hash}, root);
     return std::nullopt;
 }
 

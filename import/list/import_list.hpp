@@ -147,6 +147,9 @@ class ImportList final : public IImportList {
     Refusal addPackage(PackageImportEntry&& entry, Mode mode);
     Refusal addFullyQualified(FullyQualifiedImportEntry&& entry);
     Refusal addWildcard(WildcardImportEntry&& entry);
+    template <typename Entry>
+    void storeDotted(std::vector<StoredEntry<Entry>>& entries, EntryPosition position,
+                     Entry&& entry, EntryHashes hashes, NameKey const& root);
     Refusal refusePackage(PackageImportEntry const& entry, NameKey const& name, Mode mode) const;
 
     // What a walk reads of a list stands together.
