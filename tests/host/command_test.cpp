@@ -63,7 +63,7 @@ class Tree final : public lf::astapi::ISyntaxTree {
     }
 
     std::u16string getText(lf::astapi::NodeHandle argument) const override {
-        return texts.at(argument);
+        return texts.at(static_cast<std::size_t>(argument));
     }
 
   private:

@@ -3,6 +3,7 @@
 
 #include "recorder.hpp"
 
+#include <cstddef>
 #include <utility>
 
 namespace recording_platform {
@@ -36,7 +37,7 @@ ArgumentNode RecordingTree::getArgument(NodeHandle askedCommand, std::size_t ind
 
 std::u16string RecordingTree::getText(NodeHandle askedArgument) const {
     recorder().ask(argumentText(name, askedArgument));
-    return texts.at(askedArgument);
+    return texts.at(static_cast<std::size_t>(askedArgument));
 }
 
 } // namespace recording_platform

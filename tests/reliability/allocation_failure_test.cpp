@@ -527,7 +527,7 @@ class CommandTree final : public lf::astapi::ISyntaxTree {
     }
 
     std::u16string getText(lf::astapi::NodeHandle argument) const override {
-        return texts.at(argument);
+        return texts.at(static_cast<std::size_t>(argument));
     }
 
     Texts const& argumentTexts() const { return texts; }

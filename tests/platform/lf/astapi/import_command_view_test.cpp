@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -33,7 +34,9 @@ class OneCommandTree final : public ISyntaxTree {
         return {this, index + 1};
     }
 
-    std::u16string getText(NodeHandle argument) const override { return texts.at(argument - 1); }
+    std::u16string getText(NodeHandle argument) const override {
+        return texts.at(static_cast<std::size_t>(argument - 1));
+    }
 
   private:
     std::vector<std::u16string> texts;
