@@ -164,7 +164,7 @@ variant_strange-path() {
 # set_cross COMPILER DEBIAN FOLDER EMULATOR: sets $cross_options and $emulator for a processor.
 set_cross() {
     need "$1-g++" "$4"
-    emulator=("$4" -L "/usr/$1")
+    emulator=("$4" -L "/usr/$1" -E "LD_LIBRARY_PATH=$PWD/build/matrix/packages/$2/root/usr/lib/$3")
     cross_options=(-DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/toolchains/debian_cross.cmake" -DGLEIGEM_CROSS_COMPILER="$1"
         -DGLEIGEM_CROSS_FOLDER="$3" -DGLEIGEM_CROSS_EMULATOR="$4"
         -DGLEIGEM_CROSS_ROOT="$PWD/build/matrix/packages/$2/root")
