@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: BSL-1.0
-"""CONTRIBUTING.md names every file that lists all message keys, and at most seven to touch for a new key."""
+"""CONTRIBUTING.md names every file that lists all message keys, and at most seven steps for a new key."""
 
 import re
 import unittest
