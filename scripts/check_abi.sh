@@ -1,51 +1,56 @@
 #!/usr/bin/env bash
-# check_abi.sh [TAG]: compares the binary interface of libgleigem.so as it stands with that of the last tag, or
-# of TAG, by abidiff. Both are built below build/abi.
+# check_abi.sh [--update]: compares the binary interface of libgleigem.so as it stands, built below build/abi, with
+# the baseline in tests/abi, by abidiff. --update writes the baseline anew: at each release, or with a new SONAME.
 #
-# New symbols are welcome. Whatever else a host built against the tag would notice is a failure, unless a new
-# SONAME tells it to be built again.
+# New symbols are welcome. Whatever else a host built against the release would notice is a failure, unless a new
+# SONAME tells it to be built again. What abidiff reads depends on the compiler and its standard library, so each
+# version of g++ has a baseline of its own, and without one nothing is compared.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
-# build_library SOURCE BUILD: builds libgleigem.so with the debug information that abidiff reads.
-build_library() {
-    cmake -S "$1" -B "$2" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DGLEIGEM_BUILD_TESTS=OFF \
-        -DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_TOOLS=OFF -DGLEIGEM_BUILD_BENCHMARKS=OFF \
-        -DGLEIGEM_INSTALL=OFF >/dev/null
-    cmake --build "$2" --target gleigem >/dev/null
-}
+baseline=tests/abi/interface-$(uname -m)-g++-$(g++ -dumpversion).abi.xz
+unpacked=build/abi/baseline.abi
+library=build/abi/now/import/libgleigem.so
 
+# soname_of LIBRARY, soname_in_baseline: what programs ask the loader for.
 soname_of() {
     readelf --dynamic "$1" | sed -n 's/.*(SONAME).*\[\(.*\)\]/\1/p'
 }
 
+soname_in_baseline() {
+    sed -nE "s/.*<abi-corpus .*soname='([^']*)'.*/\1/p" "$unpacked"
+}
+
 require_packages "${demo_packages[@]}" "${abi_packages[@]}"
 
-tag=${1-$(git describe --tags --abbrev=0 2>/dev/null || true)}
-if [[ -z $tag ]]; then
-    printf 'There is no tag yet: nothing to compare with.\n'
+if [[ ! -e $baseline && ${1-} != --update ]]; then
+    printf 'There is no %s: nothing to compare with.\n' "$baseline"
     exit 0
 fi
 
-step "building the library of $tag"
-rm -rf build/abi/tag-source
-mkdir -p build/abi/tag-source
-git archive "$tag" | tar --extract --directory build/abi/tag-source
-build_library build/abi/tag-source build/abi/tag
-
+# abidiff reads debug information.
 step "building the library as it stands"
-build_library . build/abi/now
+cmake -S . -B build/abi/now -G Ninja -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+    -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_TOOLS=OFF \
+    -DGLEIGEM_BUILD_BENCHMARKS=OFF -DGLEIGEM_INSTALL=OFF >/dev/null
+cmake --build build/abi/now --target gleigem >/dev/null
 
-step "comparing the two"
-old=build/abi/tag/import/libgleigem.so
-new=build/abi/now/import/libgleigem.so
-if abidiff --no-added-syms "$old" "$new"; then
-    printf 'The binary interface is that of %s.\n' "$tag"
-elif [[ $(soname_of "$old") != "$(soname_of "$new")" ]]; then
-    printf 'The binary interface is another than that of %s, as its new SONAME %s says.\n' \
-        "$tag" "$(soname_of "$new")"
+if [[ ${1-} == --update ]]; then
+    step "writing $baseline"
+    abidw --headers-dir import --headers-dir platform --drop-private-types --no-show-locs --no-comp-dir-path \
+        --no-corpus-path "$library" | xz >"$baseline"
+    exit
+fi
+
+step "comparing it with the last release"
+xz --decompress --stdout "$baseline" >"$unpacked"
+if abidiff --no-added-syms "$unpacked" "$library"; then
+    printf 'The binary interface is that of the last release.\n'
+elif [[ $(soname_in_baseline) != "$(soname_of "$library")" ]]; then
+    printf 'The binary interface is another than that of the last release, as its new SONAME %s says.\n' \
+        "$(soname_of "$library")"
 else
-    printf 'The binary interface is another than that of %s, under the same SONAME %s.\n' \
-        "$tag" "$(soname_of "$new")"
+    printf 'The binary interface is another than that of the last release, under the same SONAME %s.\n' \
+        "$(soname_of "$library")"
     exit 1
 fi

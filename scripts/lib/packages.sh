@@ -38,8 +38,8 @@ test_packages=(
 )
 
 abi_packages=(
-    "git                 git"
     "abigail-tools       abidiff"
+    "xz-utils            xz"
 )
 
 # Which clang-format and clang-tidy judge is said in their scripts; only Debian 12 has those.
