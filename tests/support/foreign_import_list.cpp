@@ -42,8 +42,8 @@ std::unique_ptr<IImportList> DelegatingImportList::clone() const {
 
 IImportList const& DelegatingImportList::ask(Question question, CheckAncestorList check) const {
     ++counts[{question, check}];
-    if (!answers) {
-        throw NoAnswer();
+    if (beforeAnswer) {
+        beforeAnswer();
     }
     return WrappedImportList::ask(question, check);
 }

@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -21,8 +22,8 @@
 namespace support {
 
 /// Passes everything on to another list, so that its answers are those of that list, and counts
-/// what it is asked.
-class DelegatingImportList final : public WrappedImportList {
+/// what it is asked. Lists with other answers to some of the questions derive from it.
+class DelegatingImportList : public WrappedImportList {
   public:
     /// What it throws once it no longer answers.
     class NoAnswer : public std::exception {};
@@ -35,15 +36,20 @@ class DelegatingImportList final : public WrappedImportList {
 
     QuestionCounts const& questions() const { return counts; }
 
+    /// From now on \p action comes between the counting of a question and its answer.
+    void beforeAnswers(std::function<void()> action) { beforeAnswer = std::move(action); }
+
     /// From now on every question is counted and then answered with the exception NoAnswer.
-    void stopAnswering() { answers = false; }
+    void stopAnswering() {
+        beforeAnswers([] { throw NoAnswer(); });
+    }
 
     std::unique_ptr<IImportList> clone() const override;
 
   private:
     IImportList const& ask(Question question, CheckAncestorList check) const override;
 
-    bool answers = true;
+    std::function<void()> beforeAnswer;
     mutable QuestionCounts counts;
 };
 

@@ -8,16 +8,17 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
-#include <algorithm>
 #include <sstream>
 
 namespace support {
 
-/// Checks \p property on at least \p numberOfCases random cases.
+/// Checks \p property on \p numberOfCases random cases, unless RC_PARAMS says otherwise.
 template <typename Property>
 void checkOnRandomCases(int numberOfCases, Property const& property) {
     rc::detail::TestParams parameters = rc::detail::configuration().testParams;
-    parameters.maxSuccess = std::max(parameters.maxSuccess, numberOfCases);
+    if (parameters.maxSuccess == rc::detail::TestParams().maxSuccess) {
+        parameters.maxSuccess = numberOfCases;
+    }
     rc::detail::TestResult const result =
         rc::detail::checkTestable(property, rc::detail::TestMetadata(), parameters);
     if (!result.is<rc::detail::SuccessResult>()) {
