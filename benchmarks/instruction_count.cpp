@@ -75,6 +75,22 @@ void countLookups(std::size_t depth) {
           [&] { return findAll(workload.packageHits) == workload.packageHits.names.size(); });
 }
 
+// The number of visible entries.
+std::size_t enumerate(lf::import::IImportList const& list) {
+    using enum lf::import::IImportList::CheckAncestorList;
+    return static_cast<std::size_t>(ranges::distance(list.getPackageImportEntries(Yes)) +
+                                    ranges::distance(list.getFullyQualifiedImportEntries(Yes)));
+}
+
+void countEnumeration(std::size_t depth) {
+    workload::Draws draws;
+    workload::NameSource names(draws);
+    workload::ImportLists const lists(workload::makeScopes(names, draws, depth, importsPerScope,
+                                                           workload::Repetition::Natural));
+    count("enumerate/depth:" + std::to_string(depth),
+          [&] { return enumerate(lists.innermost()) > 0; });
+}
+
 void countParsing(std::string const& name, std::vector<std::u16string> const& texts,
                   Behavior behavior) {
     count(name, [&] {
@@ -86,6 +102,7 @@ void countParsing(std::string const& name, std::vector<std::u16string> const& te
 void countRegressions() {
     countLookups(1);
     countLookups(16);
+    countEnumeration(16);
 
     workload::Draws draws;
     workload::NameSource names(draws);
@@ -159,13 +176,6 @@ std::u16string_view introducedName(lf::import::ImportEntry const& entry) {
     return package != nullptr
                ? package->getIntroducedName()
                : std::get<lf::import::FullyQualifiedImportEntry>(entry).getIntroducedName();
-}
-
-// The number of visible entries.
-std::size_t enumerate(lf::import::IImportList const& list) {
-    using enum lf::import::IImportList::CheckAncestorList;
-    return static_cast<std::size_t>(ranges::distance(list.getPackageImportEntries(Yes)) +
-                                    ranges::distance(list.getFullyQualifiedImportEntries(Yes)));
 }
 
 bool findsAny(lf::import::IImportList const& list, std::u16string_view name) {
