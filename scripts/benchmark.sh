@@ -21,7 +21,7 @@ done
 
 build=build/release
 measurements=$build/measurements
-suite=($build/benchmarks/gleigem_benchmarks --benchmark_min_time=0.005 --benchmark_enable_random_interleaving=true)
+suite=($build/benchmarks/gleigem_benchmarks --benchmark_min_time=0.01 --benchmark_enable_random_interleaving=true)
 
 # build_baseline: builds the library of commit $baseline in a source tree of its own; prints its file.
 build_baseline() {
@@ -59,7 +59,7 @@ rm -rf $measurements
 mkdir -p $measurements
 
 step "running the benchmarks: some ten minutes (load of the machine: $(cut -d ' ' -f 1-3 /proc/loadavg))"
-"${suite[@]}" --benchmark_repetitions=15 --benchmark_out=$measurements/benchmarks.json >/dev/null
+"${suite[@]}" --benchmark_repetitions=9 --benchmark_out=$measurements/benchmarks.json >/dev/null
 
 if [[ $baseline ]]; then
     step "building the library of $baseline"
