@@ -23,6 +23,9 @@ build=build/release
 measurements=$build/measurements
 suite=($build/benchmarks/gleigem_benchmarks --benchmark_min_time=0.01 --benchmark_enable_random_interleaving=true)
 
+compared='^(find_.*/(gleigem|absl_maps)/depth:(1|4|16)/imports:(8|32|128|1024)/'
+compared+='|parse.*/(gleigem|copied_texts)/arguments:100$|add_.*/(gleigem|by_hand)/entries:(15|1000)/)'
+
 # build_baseline: builds the library of commit $baseline in a source tree of its own; prints its file.
 build_baseline() {
     local source
@@ -59,7 +62,10 @@ rm -rf $measurements
 mkdir -p $measurements
 
 step "running the benchmarks: some ten minutes (load of the machine: $(cut -d ' ' -f 1-3 /proc/loadavg))"
-"${suite[@]}" --benchmark_repetitions=9 --benchmark_out=$measurements/benchmarks.json >/dev/null
+"${suite[@]}" --benchmark_repetitions=7 --benchmark_out=$measurements/benchmarks.json >/dev/null
+
+step "running again what the targets compare at every size and shape"
+"${suite[@]}" --benchmark_repetitions=5 --benchmark_out=$measurements/again.json --benchmark_filter="$compared" >/dev/null
 
 if [[ $baseline ]]; then
     step "building the library of $baseline"

@@ -5,7 +5,7 @@
 
 The folder has
 
-- benchmarks.json: a run of the benchmark suite;
+- benchmarks.json: a run of the benchmark suite; again.json: another of what targets compare at every size;
 - growth.json, flood.json: instructions that lists of growing size take, and lists whose names collide;
 - build_costs.json: what the library weighs and what including it costs;
 - baseline/now-*.json, baseline/before-*.json, or neither: runs with this library and with another commit's.
@@ -63,7 +63,7 @@ class Measurements:
     """All that one run of benchmark.sh has measured."""
 
     def __init__(self, folder):
-        self.results = Results(folder / "benchmarks.json")
+        self.results = Results(folder / "again.json", folder / "benchmarks.json")
         self.growth = json.loads((folder / "growth.json").read_text())
         self.flood = json.loads((folder / "flood.json").read_text())
         self.build_costs = json.loads((folder / "build_costs.json").read_text())

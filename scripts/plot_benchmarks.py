@@ -14,7 +14,7 @@ from dataclasses import dataclass
 from pathlib import Path
 from xml.sax.saxutils import escape
 
-from benchmark_targets import Results
+from benchmark_targets import Measurements
 
 WIDTH, HEIGHT = 760, 390
 LEFT, RIGHT, TOP, BOTTOM, GAP = 62, 12, 26, 94, 22
@@ -212,7 +212,7 @@ def main():
     parser.add_argument("measurements", type=Path)
     parser.add_argument("folder", type=Path)
     options = parser.parse_args()
-    results = Results(options.measurements / "benchmarks.json")
+    results = Measurements(options.measurements).results
     options.folder.mkdir(parents=True, exist_ok=True)
     for plot in PLOTS:
         (options.folder / f"{plot.__name__}.svg").write_text("\n".join(draw(plot(results))))
