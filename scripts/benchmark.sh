@@ -65,7 +65,7 @@ step "running the benchmarks: some ten minutes (load of the machine: $(cut -d ' 
 "${suite[@]}" --benchmark_repetitions=7 --benchmark_out=$measurements/benchmarks.json >/dev/null
 
 step "running again what the targets compare at every size and shape"
-"${suite[@]}" --benchmark_repetitions=5 --benchmark_out=$measurements/again.json --benchmark_filter="$compared" >/dev/null
+"${suite[@]}" --benchmark_repetitions=13 --benchmark_out=$measurements/again.json --benchmark_filter="$compared" >/dev/null
 
 if [[ $baseline ]]; then
     step "building the library of $baseline"
