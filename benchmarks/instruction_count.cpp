@@ -85,8 +85,8 @@ std::size_t enumerate(lf::import::IImportList const& list) {
 void countEnumeration(std::size_t depth) {
     workload::Draws draws;
     workload::NameSource names(draws);
-    workload::ImportLists const lists(workload::makeScopes(names, draws, depth, importsPerScope,
-                                                           workload::Repetition::Natural));
+    workload::ImportLists const lists(
+        workload::makeScopes(names, draws, depth, importsPerScope, workload::Repetition::Natural));
     count("enumerate/depth:" + std::to_string(depth),
           [&] { return enumerate(lists.innermost()) > 0; });
 }
