@@ -31,6 +31,14 @@ static_assert(
     areValuesThatMoveWithoutThrowing<PackageImportEntry, FullyQualifiedImportEntry,
                                      WildcardImportEntry, InvalidImportEntry, ImportEntry>);
 
+// The constructors that take over what their arguments hold.
+static_assert(std::is_nothrow_constructible_v<PackageImportEntry, PackageImportEntry&&,
+                                              PackageNameImportArgument&&>);
+static_assert(
+    std::is_nothrow_constructible_v<FullyQualifiedImportEntry, FullyQualifiedImportArgument&&>);
+static_assert(std::is_nothrow_constructible_v<WildcardImportEntry, WildcardImportArgument&&>);
+static_assert(std::is_nothrow_constructible_v<InvalidImportEntry, InvalidImportArgument&&>);
+
 // The constructors from texts are for the classes themselves.
 static_assert(!std::is_constructible_v<PackageImportEntry, PackageSpecifier&&, std::u16string&&>);
 static_assert(!std::is_constructible_v<FullyQualifiedImportEntry, std::u16string&&,

@@ -42,6 +42,7 @@ using support::makePackage;
 using support::makeWildcard;
 using support::Shortage;
 using enum IImportList::CheckAncestorList;
+using namespace std::string_literals;
 
 using Texts = std::vector<std::u16string>;
 
@@ -665,6 +666,20 @@ Texts answersOf(IImportList const& list) {
     return texts;
 }
 
+/// What a copy of \p list answers once other entries stand where an addition that failed would have
+/// put its own, and then once more with the entries of such an addition.
+Texts answersAfterOthers(IImportList const& list) {
+    auto const copy = list.clone();
+    Texts texts;
+    for (std::u16string const& name : {u"another"s, u"new"s}) {
+        copy->addStaticImportEntry(makePackage(name + u"PackageName", name + u"IntroducedName"));
+        copy->addStaticImportEntry(makeName(name + u"RootElement." + name + u"PackageName"));
+        copy->addStaticImportEntry(makeWildcard(name + u"RootElement.*"));
+        append(answersOf(*copy), texts);
+    }
+    return texts;
+}
+
 /// What a list keeps besides its entries shows in what it would take, so a copy of it is asked.
 Texts textsOf(IImportList const& list) {
     Texts texts = answersOf(list);
@@ -678,6 +693,7 @@ Texts textsOf(IImportList const& list) {
         texts.push_back(textOf(copy->addStaticImportEntry(ImportEntry(probe))));
         texts.push_back(widened(std::to_string(copy->getNumberOfEntries(No))));
     }
+    append(answersAfterOthers(list), texts);
     return texts;
 }
 

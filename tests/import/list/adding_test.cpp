@@ -72,6 +72,8 @@ std::vector<Row> const conflictMatrix{
     {"name, package: both",                            makeName(u"a.a"),    makePackage(u"a"),      {Precedence, Precedence},     {Stored, Stored},             {Stored, Stored}},
     {"name, package: an alias that is the introduced name", makeName(u"a.b"), makePackage(u"p", u"b"), {Precedence, Precedence},  {Stored, Stored},             {Stored, Stored}},
     {"name, package: an alias that is the root element", makeName(u"a.b"),  makePackage(u"p", u"a"),{Abbreviation, Stored},       {Stored, Stored},             {Stored, Stored}},
+    {"name, package: a version of the introduced name", makeName(u"a.b"),   makePackage(u"b@1.2"),  {Precedence, Precedence},     {Stored, Stored},             {Stored, Stored}},
+    {"name, package: an alias of a version",           makeName(u"a.b"),    makePackage(u"p@^3", u"b"), {Precedence, Precedence}, {Stored, Stored},             {Stored, Stored}},
 
     {"name, name: the same raw argument",              makeName(u"a.b"),    makeName(u"a.b"),       {Skipped, Skipped},           {Stored, Stored},             {Stored, Stored}},
     {"name, name: the same ends",                      makeName(u"a.x.b"),  makeName(u"a.y.b"),     {Stored, Stored},             {Stored, Stored},             {Stored, Stored}},

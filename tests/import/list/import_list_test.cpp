@@ -8,8 +8,10 @@
 
 #include <array>
 #include <memory>
+#include <string>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace lf::import {
 namespace {
@@ -150,6 +152,29 @@ TEST_F(AnImportList, ClonesWithTheSameParent) {
     EXPECT_TRUE(copy->addStaticImportEntry(makePackage(u"c"))) << "root elements are copied";
     EXPECT_FALSE(copy->addStaticImportEntry(makeWildcard(u"c.*")));
     EXPECT_EQ(copy->getNumberOfEntries(No), 3U) << "raw arguments are copied";
+}
+
+// Such a list keeps what it knows of names in memory of its own.
+TEST_F(AnImportList, ClonesAllThatALargeListKnowsOfNames) {
+    auto const list = makeList();
+    std::vector<std::u16string> names;
+    for (char16_t unit = u'a'; unit <= u'z'; ++unit) {
+        names.push_back(std::u16string(3, unit));
+    }
+    for (std::u16string const& name : names) {
+        ASSERT_FALSE(list->addStaticImportEntry(makePackage(u"p_" + name)));
+        ASSERT_FALSE(list->addStaticImportEntry(makeName(u"r_" + name + u"." + name)));
+        ASSERT_FALSE(list->addStaticImportEntry(makeWildcard(u"w_" + name + u".*")));
+    }
+    auto const copy = list->clone();
+    for (std::u16string const& name : names) {
+        EXPECT_TRUE(copy->findPackageImportEntry(u"p_" + name, No));
+        EXPECT_TRUE(copy->findFullyQualifiedImportEntry(name, No));
+        EXPECT_TRUE(copy->addStaticImportEntry(makePackage(u"r_" + name))) << "a root element";
+        EXPECT_TRUE(copy->addStaticImportEntry(makePackage(u"w_" + name))) << "a root element";
+        EXPECT_FALSE(copy->addStaticImportEntry(makeWildcard(u"w_" + name + u".*")));
+    }
+    EXPECT_EQ(copy->getNumberOfEntries(No), 3 * names.size()) << "raw arguments are copied";
 }
 
 TEST_F(AnImportList, IsIndependentOfItsClones) {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace {
 
 using lf::features::isPackageImportsFeatureOn;
@@ -20,6 +22,18 @@ TEST(PackageImportsFeature, IsWhatItWasLastSetTo) {
     for (bool const on : {false, false, true, true, false}) {
         setPackageImportsFeature(on);
         EXPECT_EQ(isPackageImportsFeatureOn(), on);
+    }
+    setPackageImportsFeature(before);
+}
+
+TEST(PackageImportsFeature, IsOneForAllThreads) {
+    bool const before = isPackageImportsFeatureOn();
+    for (bool const on : {false, true}) {
+        std::thread([on] { setPackageImportsFeature(on); }).join();
+        EXPECT_EQ(isPackageImportsFeatureOn(), on);
+        bool isOnElsewhere = !on;
+        std::thread([&isOnElsewhere] { isOnElsewhere = isPackageImportsFeatureOn(); }).join();
+        EXPECT_EQ(isOnElsewhere, on);
     }
     setPackageImportsFeature(before);
 }
