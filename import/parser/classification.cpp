@@ -3,6 +3,7 @@
 #include <import/parser/classification.hpp>
 
 #include <import/diagnostics/make_msg_id.hpp>
+#include <import/parser/in_place.hpp>
 #include <import/platform.hpp>
 
 #include <exception>
@@ -77,25 +78,24 @@ DottedName walkSegments(std::u16string_view argument) {
     return name;
 }
 
-// Filled in place: a finished record would have to be moved into the variant, text by text.
 ParsedImportArgument makeFullyQualified(DottedName const& name, std::u16string&& introducedName,
                                         Warning&& warning = {}) {
-    ParsedImportArgument argument(std::in_place_type<FullyQualifiedImportArgument>);
-    auto& record = std::get<FullyQualifiedImportArgument>(argument);
-    record.rootElement = name.rootElement;
-    record.introducedName = std::move(introducedName);
-    record.rawArgument = name.rawArgument;
-    record.warning = std::move(warning);
-    return argument;
+    auto const record = [&] {
+        return FullyQualifiedImportArgument{.rootElement = std::u16string(name.rootElement),
+                                            .introducedName = std::move(introducedName),
+                                            .rawArgument = std::u16string(name.rawArgument),
+                                            .warning = std::move(warning)};
+    };
+    return ParsedImportArgument(std::in_place_type<FullyQualifiedImportArgument>, InPlace{record});
 }
 
 ParsedImportArgument makeWildcard(DottedName const& name, Warning&& warning = {}) {
-    ParsedImportArgument argument(std::in_place_type<WildcardImportArgument>);
-    auto& record = std::get<WildcardImportArgument>(argument);
-    record.rootElement = name.rootElement;
-    record.rawArgument = name.rawArgument;
-    record.warning = std::move(warning);
-    return argument;
+    auto const record = [&] {
+        return WildcardImportArgument{.rootElement = std::u16string(name.rootElement),
+                                      .rawArgument = std::u16string(name.rawArgument),
+                                      .warning = std::move(warning)};
+    };
+    return ParsedImportArgument(std::in_place_type<WildcardImportArgument>, InPlace{record});
 }
 
 bool contains(std::u16string_view text, char16_t unit) noexcept {

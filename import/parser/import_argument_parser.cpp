@@ -3,6 +3,7 @@
 #include <import/parser/import_argument_parser.hpp>
 
 #include <import/parser/classification.hpp>
+#include <import/parser/in_place.hpp>
 
 #include <algorithm>
 #include <array>
@@ -62,7 +63,7 @@ ImportArgumentParser::ImportArgumentParser(cppcompat::span<const std::u16string>
                                            Classifier classify) {
     arguments.reserve(texts.size());
     for (std::u16string const& text : texts) {
-        arguments.push_back(classify(text));
+        arguments.emplace_back(InPlace{[&] { return classify(text); }});
     }
 }
 
@@ -76,7 +77,8 @@ ImportArgumentParser::ImportArgumentParser(lf::astapi::ImportCommandView command
     arguments.reserve(std::min(command.tree->getNumberOfArguments(command.node), mostReserved));
     for (std::size_t index = 0; index < command.tree->getNumberOfArguments(command.node); ++index) {
         lf::astapi::ArgumentNode const argument = command.tree->getArgument(command.node, index);
-        arguments.push_back(classify(argument.tree->getText(argument.node)));
+        arguments.emplace_back(
+            InPlace{[&] { return classify(argument.tree->getText(argument.node)); }});
     }
 }
 
@@ -149,7 +151,8 @@ void ImportArgumentParser::takePackage() {
     std::size_t const index = consume();
     ParsedImportArgument& argument = arguments[index];
     if (auto* const package = std::get_if<PackageNameImportArgument>(&argument)) {
-        append<PackageImportEntry>(entries, index, makePackageEntry(std::move(*package)));
+        auto const entry = [&] { return makePackageEntry(std::move(*package)); };
+        append<PackageImportEntry>(entries, index, InPlace{entry});
     } else {
         append<PackageImportEntry>(entries, index,
                                    std::move(std::get<VersionedPackageImportArgument>(argument)));
