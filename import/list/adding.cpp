@@ -76,7 +76,8 @@ ImportList::Refusal ImportList::addPackage(PackageImportEntry&& entry, Mode mode
 // When there is room in the indexes, only the vector can fail, and then it stores nothing.
 template <typename Entry>
 void ImportList::storeDotted(std::vector<StoredEntry<Entry>>& entries, EntryPosition position,
-                             Entry&& entry, EntryHashes hashes, NameKey const& root) {
+                             std::type_identity_t<Entry>&& entry, EntryHashes hashes,
+                             NameKey const& root) {
     bool const isRootNew = !holdsRootElement(root);
     rawArguments.makeRoomForOneMore();
     rootElements.makeRoomForOneMore();

@@ -13,7 +13,9 @@
 #include <range/v3/view/transform.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -62,6 +64,52 @@ bool isHidden(PackageImportEntry const& entry, EntryHashes hashes, ListChain lis
     });
 }
 
+// The hashes of the names in the lists that a cursor has left behind, as a filter: an entry whose
+// names are not among them is visible, and need not be put to any of these lists.
+class PassedNames {
+  public:
+    void add(ImportList const& list) noexcept {
+        if (list.getNumberOfEntries(IImportList::CheckAncestorList::No) > mostEntries) {
+            words.fill(~std::uint64_t{0}); // not worth reading it all
+            return;
+        }
+        for (auto const& [entry, hashes] : list.ownEntries<PackageImportEntry>()) {
+            add(hashes.introducedName);
+        }
+        for (auto const& [entry, hashes] : list.ownEntries<FullyQualifiedImportEntry>()) {
+            add(hashes.introducedName);
+            add(hashes.rawArgument);
+        }
+        for (auto const& [entry, hashes] : list.ownEntries<WildcardImportEntry>()) {
+            add(hashes.rawArgument);
+        }
+    }
+
+    bool mayHide(PackageImportEntry const& /*entry*/, EntryHashes hashes) const noexcept {
+        return mayHold(hashes.introducedName);
+    }
+
+    bool mayHide(FullyQualifiedImportEntry const& /*entry*/, EntryHashes hashes) const noexcept {
+        return mayHold(hashes.introducedName) || mayHold(hashes.rawArgument);
+    }
+
+    bool mayHide(WildcardImportEntry const& /*entry*/, EntryHashes hashes) const noexcept {
+        return mayHold(hashes.rawArgument);
+    }
+
+  private:
+    static constexpr std::size_t mostEntries = 64;
+
+    void add(NameHash hash) noexcept { words[hash % words.size()] |= filterBitsOf(hash); }
+
+    bool mayHold(NameHash hash) const noexcept {
+        std::uint64_t const bits = filterBitsOf(hash);
+        return (words[hash % words.size()] & bits) == bits;
+    }
+
+    std::array<std::uint64_t, 32> words{};
+};
+
 // The place of a walk through the visible entries of a chain.
 template <typename Entry>
 class ChainCursor {
@@ -97,18 +145,23 @@ class ChainCursor {
         while (reached != nullptr) {
             auto const& entries = reached->ownEntries<Entry>();
             for (auto const* const end = entries.data() + entries.size(); place != end; ++place) {
-                if (reached == asked ||
+                if (!passed.mayHide(place->entry, place->hashes) ||
                     !isHidden(place->entry, place->hashes, ListChain(asked, reached))) {
                     return;
                 }
             }
-            moveTo(reached->enclosingList());
+            ImportList const* const next = reached->enclosingList();
+            if (next != nullptr) {
+                passed.add(*reached);
+            }
+            moveTo(next);
         }
     }
 
     ImportList const* asked = nullptr;
     ImportList const* reached = nullptr;       // null at the end
     StoredEntry<Entry> const* place = nullptr; // in the list reached
+    PassedNames passed;
 };
 
 // The visible entries of a list without foreign ancestors.

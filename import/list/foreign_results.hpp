@@ -6,6 +6,7 @@
 
 #include <import/import_list.hpp>
 
+#include <exception>
 #include <map>
 #include <memory>
 #include <optional>
@@ -37,9 +38,16 @@ class ForeignResults {
 
     ~ForeignResults() { current = nullptr; }
 
-    /// What a walk from \p list outward found, if one was made; null if not.
+    /// How a walk ended: with what it found, or with an exception of a foreign list.
     template <typename Found>
-    std::optional<Found> const* find(IImportList const& list, std::u16string_view name) const {
+    struct Result {
+        std::optional<Found> found;
+        std::exception_ptr failure = nullptr;
+    };
+
+    /// The result of a walk from \p list outward, if one was made; null if not.
+    template <typename Found>
+    Result<Found> const* find(IImportList const& list, std::u16string_view name) const {
         auto const& results = std::get<Results<Found>>(resultsByKind);
         auto const result = results.find({&list, name});
         return result == results.end() ? nullptr : &result->second;
@@ -48,7 +56,7 @@ class ForeignResults {
     /// Keeps the result of a walk that passed \p lists.
     template <typename Found>
     void keep(std::vector<std::shared_ptr<IImportList const>>&& lists, std::u16string_view name,
-              std::optional<Found> const& result) {
+              Result<Found> const& result) {
         std::u16string_view const kept = *names.emplace(name).first;
         for (std::shared_ptr<IImportList const>& list : lists) {
             shares.push_back(std::move(list));
@@ -59,8 +67,7 @@ class ForeignResults {
 
   private:
     template <typename Found>
-    using Results =
-        std::map<std::pair<IImportList const*, std::u16string_view>, std::optional<Found>>;
+    using Results = std::map<std::pair<IImportList const*, std::u16string_view>, Result<Found>>;
 
     static inline thread_local ForeignResults* current = nullptr;
 

@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -149,7 +150,7 @@ class ImportList final : public IImportList {
     Refusal addWildcard(WildcardImportEntry&& entry);
     template <typename Entry>
     void storeDotted(std::vector<StoredEntry<Entry>>& entries, EntryPosition position,
-                     Entry&& entry, EntryHashes hashes, NameKey const& root);
+                     std::type_identity_t<Entry>&& entry, EntryHashes hashes, NameKey const& root);
     Refusal refusePackage(PackageImportEntry const& entry, NameKey const& name, Mode mode) const;
 
     // What a walk reads of a list stands together.

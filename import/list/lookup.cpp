@@ -10,6 +10,7 @@
 #include <import/list/foreign_results.hpp>
 #include <import/list/import_list.hpp>
 
+#include <exception>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -80,7 +81,10 @@ std::optional<typename Kind::Found> walkOutward(Share const* foreign, NameKey co
     Share held;
     while (*foreign != nullptr) {
         if (auto const* const known = resultFrom(*foreign)) {
-            return *known;
+            if (known->failure) {
+                std::rethrow_exception(known->failure);
+            }
+            return known->found;
         }
         if (auto const answer = ((**foreign).*Kind::ask)(name.text, CheckAncestorList::Yes)) {
             return Kind::fromAncestor(*answer);
@@ -101,15 +105,22 @@ std::optional<typename Kind::Found> findBeyond(Share const& foreign, NameKey con
     using Found = typename Kind::Found;
     if (ForeignResults* const outer = ForeignResults::ofOuterLookup()) {
         std::vector<Share> passed;
-        auto const result = walkOutward<Kind>(&foreign, name, [&](Share const& list) {
+        auto const resultFrom = [&](Share const& list) {
             auto const* const known = outer->find<Found>(*list, name.text);
             if (known == nullptr) {
                 passed.push_back(list);
             }
             return known;
-        });
-        outer->keep(std::move(passed), name.text, result);
-        return result;
+        };
+        try {
+            auto const found = walkOutward<Kind>(&foreign, name, resultFrom);
+            outer->keep<Found>(std::move(passed), name.text, {found});
+            return found;
+        } catch (...) {
+            outer->keep<Found>(std::move(passed), name.text,
+                               {std::nullopt, std::current_exception()});
+            throw;
+        }
     }
     ForeignResults results;
     return walkOutward<Kind>(

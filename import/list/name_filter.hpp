@@ -17,7 +17,7 @@ namespace lf::import {
 
 /// A Bloom filter. The low bits of a hash choose a word, and all bits of a name are in that, so
 /// that a test reads one cache line. Most names are in none of the lists that are asked for them.
-class NameFilter {
+class NameFilter { // NOLINT(bugprone-exception-escape): moving never finds too little room
   public:
     /// How many names a word takes before too many others pass.
     static constexpr std::size_t namesPerWord = 6;

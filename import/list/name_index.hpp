@@ -48,7 +48,7 @@ class EntryPosition {
 /// whether an entry has the name.
 ///
 /// A table with open addressing behind a filter. Nothing is ever taken out.
-class NameIndex {
+class NameIndex { // NOLINT(bugprone-exception-escape): as NameFilter
   public:
     /// Whether find can find anything.
     bool mayHold(NameKey const& name) const noexcept {

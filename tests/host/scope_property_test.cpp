@@ -25,7 +25,6 @@ namespace {
 
 using support::AddStep;
 using support::CreateStep;
-using support::ListMake;
 using support::ListProgram;
 using support::ListStep;
 using support::TwinScopes;

@@ -65,6 +65,7 @@ TEST(ManyThreads, ShareAnOuterScope) {
     std::vector<std::string> const expected = readFile(outer);
     std::array<std::vector<std::string>, numberOfThreads> differences;
     std::vector<std::thread> threads;
+    threads.reserve(numberOfThreads);
     std::latch start(numberOfThreads);
     for (std::vector<std::string>& difference : differences) {
         threads.emplace_back([&start, &expected, &difference, share = outer] {

@@ -41,7 +41,7 @@ class TwinScopes {
     /// Adds an entry and compares what became of it, the other party of a refusal included.
     ///
     /// \returns the key of a refusal, "repeated" or "stored".
-    std::string add(std::size_t scope, Addition addition, model::Outcome const& entry);
+    std::string add(std::size_t number, Addition addition, model::Outcome const& entry);
 
     /// Compares what every scope stores, sees and hides.
     void checkScopes();

@@ -77,6 +77,8 @@ class GLEIGEM_EXPORT WrappedImportList : public lf::import::IImportList {
         return ask(Question::GetNumberOfEntries, check).getNumberOfEntries(check);
     }
 
+    ~WrappedImportList() override = default;
+
   protected:
     /// \param list must not be null.
     explicit WrappedImportList(std::unique_ptr<IImportList> list) : inner(std::move(list)) {}
@@ -84,8 +86,6 @@ class GLEIGEM_EXPORT WrappedImportList : public lf::import::IImportList {
     /// Wraps a clone of the other's list.
     WrappedImportList(WrappedImportList const& other)
         : IImportList(other), inner(other.inner->clone()) {}
-
-    ~WrappedImportList() override = default;
 
     /// The list that is to answer a question.
     virtual IImportList const& ask(Question /*question*/, CheckAncestorList /*check*/) const {

@@ -22,7 +22,7 @@ volatile std::sig_atomic_t colouredTerminal = -1;
 
 extern "C" void resetColours(int signal) {
     // A terminal that takes no more keeps its colours.
-    static_cast<void>(!::write(colouredTerminal, resetSequence.data(), resetSequence.size()));
+    static_cast<void>(::write(colouredTerminal, resetSequence.data(), resetSequence.size()) == 0);
     static_cast<void>(std::signal(signal, SIG_DFL));
     static_cast<void>(std::raise(signal));
 }

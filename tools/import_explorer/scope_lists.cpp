@@ -105,6 +105,7 @@ std::vector<EntryReference> ScopeLists::find(std::string_view name) const {
         std::swap(found[0], found[1]);
     }
     std::vector<EntryReference> result;
+    result.reserve(found.size());
     for (Origin const& origin : found) {
         result.push_back(origin.entry);
     }

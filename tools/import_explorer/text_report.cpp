@@ -44,6 +44,7 @@ std::string countOf(std::size_t number, std::string_view singular, std::string_v
 template <typename Arguments>
 std::string fill(std::string_view words, Arguments const& arguments) {
     std::vector<std::string> shown;
+    shown.reserve(std::size(arguments));
     for (std::string_view const argument : arguments) {
         shown.push_back(displayText(argument, widthOfArguments).text);
     }

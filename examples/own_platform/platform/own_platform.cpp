@@ -15,6 +15,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -105,9 +106,9 @@ IComponentVersionRangeFactory const& GetComponentVersionRangeFactory() {
     return factory;
 }
 
-PackageSpecifier::PackageSpecifier(std::u16string const& text,
+PackageSpecifier::PackageSpecifier(std::u16string text,
                                    IComponentVersionRangeFactory const& /*factory*/)
-    : asWritten(text) {
+    : asWritten(std::move(text)) {
     std::u16string_view const name = Name();
     bool const wantsAny = name == ToString();
     if (!lf::util::isValidIdentifier(name) ||

@@ -27,13 +27,15 @@ Entry entryOf(std::vector<std::u16string> const& arguments) {
 } // namespace
 
 int main() {
-    FullyQualifiedImportEntry const name = entryOf<FullyQualifiedImportEntry>({u"a.b.c"});
-    WildcardImportEntry const wildcard = entryOf<WildcardImportEntry>({u"a.b.*"});
-    PackageImportEntry const package = entryOf<PackageImportEntry>({u"matrix@2", u"as", u"m"});
-    InvalidImportEntry const invalid = entryOf<InvalidImportEntry>({u"a."});
+    auto const name = entryOf<FullyQualifiedImportEntry>({u"a.b.c"});
+    auto const wildcard = entryOf<WildcardImportEntry>({u"a.b.*"});
+    auto const package = entryOf<PackageImportEntry>({u"matrix@2", u"as", u"m"});
+    auto const invalid = entryOf<InvalidImportEntry>({u"a."});
     std::shared_ptr<IImportList> const list = createImportList(nullptr);
     (void)list->addStaticImportEntry(FullyQualifiedImportEntry(name));
     (void)list->addStaticImportEntry(PackageImportEntry(package));
     stopHere();
-    return wildcard.getRawArgument().empty() || !invalid.holdsMsgWithKey("InvalidImportArgument");
+    bool const isRight =
+        !wildcard.getRawArgument().empty() && invalid.holdsMsgWithKey("InvalidImportArgument");
+    return isRight ? 0 : 1;
 }

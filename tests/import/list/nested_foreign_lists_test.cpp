@@ -336,6 +336,26 @@ TEST_F(EveryChainWithForeignLists, AnswersAsTheWalkDoesThatAsksEveryList) {
     EXPECT_EQ(numberOfChains, 1 + 11 + 11 * 11 + 11 * 11 * 11);
 }
 
+TEST(QuestionsToListsThatCatchWhatAnotherThrows, GrowAsTheChainDoes) {
+    for (std::size_t const depth : {10, 20, 40}) {
+        std::size_t questions = 0;
+        List enclosing = std::make_shared<MannerlyImportList>(nullptr, Manner::Throws, makeOwn);
+        for (std::size_t level = 0; level < depth; ++level) {
+            auto foreign =
+                std::make_shared<MannerlyImportList>(enclosing, Manner::CatchesExceptions, makeOwn);
+            foreign->beforeAnswers([&questions, depth] {
+                if (++questions > 100 * depth) {
+                    throw std::runtime_error("too many questions");
+                }
+            });
+            enclosing = std::move(foreign);
+        }
+        EXPECT_THROW(findsPackage(*createImportList(enclosing), u"x"),
+                     DelegatingImportList::NoAnswer);
+        EXPECT_LE(questions, depth) << "no list is asked twice";
+    }
+}
+
 // Shares.
 
 /// Gives away the only share of the list behind it, and is no more than that share from then on.

@@ -101,8 +101,10 @@ TEST(JsonReport, CutsLongTextsAtTheEndOfACharacter) {
 
     for (auto const& [why, text, shown] : rows) {
         Written report(true, ScopeDetail::Imports);
-        report->add(analyseText("some.import", "import " + text + "\nscope " + text + " {\nuse a" +
-                                                   text + "\nimport 1" + text));
+        std::string script = "import ";
+        script.append(text).append("\nscope ").append(text);
+        script.append(" {\nuse a").append(text).append("\nimport 1").append(text);
+        report->add(analyseText("some.import", script));
         Json const file = Json::parse(report.finish())["files"][0];
         EXPECT_EQ(file["commands"][0]["arguments"][0]["text"], shown) << why;
         EXPECT_EQ(file["commands"][0]["entries"][0]["text"], shown) << why;

@@ -16,7 +16,7 @@ namespace Oxtavel::KeldarComponents {
 class PackageSpecifier {
   public:
     /// \throws the exception of kpm::arguments::InvalidPackageSpecifier for any other text.
-    PackageSpecifier(std::u16string const& text, IComponentVersionRangeFactory const& factory);
+    PackageSpecifier(std::u16string text, IComponentVersionRangeFactory const& factory);
 
     /// The package's own name.
     std::u16string_view Name() const { return ToString().substr(0, asWritten.find(u'@')); }
