@@ -17,7 +17,7 @@ class HashKey {
   public:
     static HashKey const& ofThisProcess();
 
-    NameHash hash(std::u16string_view /*name*/) const noexcept { return 0x9E3779B9; }
+    static NameHash hash(std::u16string_view /*name*/) noexcept { return 0x9E3779B9; }
 
   private:
     HashKey();

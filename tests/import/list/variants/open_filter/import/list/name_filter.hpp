@@ -20,7 +20,7 @@ class NameFilter {
 
     void add(NameHash /*hash*/) noexcept {}
 
-    bool mayHold(NameHash /*hash*/, std::uint64_t /*bits*/) const noexcept { return true; }
+    static bool mayHold(NameHash /*hash*/, std::uint64_t /*bits*/) noexcept { return true; }
 };
 
 } // namespace lf::import
