@@ -7,12 +7,36 @@
 #include <cstdlib>
 #include <new>
 
+// The address sanitizer has an operator new of its own, which libFuzzer's part of a program keeps
+// even if another one is linked; it calls hooks instead.
+#if defined(__SANITIZE_ADDRESS__)
+#define GLEIGEM_HAS_ALLOCATION_HOOKS
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define GLEIGEM_HAS_ALLOCATION_HOOKS
+#endif
+#endif
+
+#ifdef GLEIGEM_HAS_ALLOCATION_HOOKS
+#include <sanitizer/allocator_interface.h>
+#endif
+
 // In a file of their own, since g++ takes inlined halves of the pair for a mismatch.
 
 namespace {
 
-std::size_t live = 0;
-std::size_t mostLive = 0;
+// Signed: memory from before the first count is freed as well.
+std::ptrdiff_t live = 0;
+std::ptrdiff_t mostLive = 0;
+
+void count(std::size_t allocated) noexcept {
+    live += static_cast<std::ptrdiff_t>(allocated);
+    mostLive = std::max(mostLive, live);
+}
+
+void discount(std::size_t freed) noexcept {
+    live -= static_cast<std::ptrdiff_t>(freed);
+}
 
 } // namespace
 
@@ -24,25 +48,36 @@ MemoryMeter::MemoryMeter() noexcept : atBeginning(live) {
 
 // NOLINTNEXTLINE(readability-convert-member-functions-to-static): of this measurement
 std::size_t MemoryMeter::peak() const noexcept {
-    return mostLive - atBeginning;
+    return static_cast<std::size_t>(mostLive - atBeginning);
 }
 
 } // namespace support
 
+#ifdef GLEIGEM_HAS_ALLOCATION_HOOKS
+
+[[maybe_unused]] static int const hooks = __sanitizer_install_malloc_and_free_hooks(
+    [](void const volatile* /*memory*/, std::size_t size) { count(size); },
+    [](void const volatile* memory) {
+        discount(__sanitizer_get_allocated_size(const_cast<void const*>(memory)));
+    });
+
+#else
+
 void* operator new(std::size_t size) {
     if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
-        live += ::malloc_usable_size(memory);
-        mostLive = std::max(mostLive, live);
+        count(::malloc_usable_size(memory));
         return memory;
     }
     throw std::bad_alloc();
 }
 
 void operator delete(void* memory) noexcept {
-    live -= ::malloc_usable_size(memory);
+    discount(::malloc_usable_size(memory));
     std::free(memory);
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
     operator delete(memory);
 }
+
+#endif

@@ -19,7 +19,7 @@ class MemoryMeter {
     std::size_t peak() const noexcept;
 
   private:
-    std::size_t atBeginning;
+    std::ptrdiff_t atBeginning;
 };
 
 } // namespace support

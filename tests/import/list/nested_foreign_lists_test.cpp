@@ -337,7 +337,7 @@ TEST_F(EveryChainWithForeignLists, AnswersAsTheWalkDoesThatAsksEveryList) {
 }
 
 TEST(QuestionsToListsThatCatchWhatAnotherThrows, GrowAsTheChainDoes) {
-    for (std::size_t const depth : {10, 20, 40}) {
+    for (std::size_t const depth : {10U, 20U, 40U}) {
         std::size_t questions = 0;
         List enclosing = std::make_shared<MannerlyImportList>(nullptr, Manner::Throws, makeOwn);
         for (std::size_t level = 0; level < depth; ++level) {
