@@ -43,7 +43,7 @@ struct Row {
     std::string (*script)(std::size_t size);
     std::size_t size;
     /// For the count of instructions.
-    std::string_view options;
+    std::string_view options{};
 
     friend void PrintTo(Row const& row, std::ostream* stream) { *stream << row.why; }
 };
