@@ -74,7 +74,8 @@ constexpr std::size_t mostReserved = 4'096;
 ImportArgumentParser::ImportArgumentParser(lf::astapi::ImportCommandView command,
                                            Classifier classify) {
     assert(command.tree != nullptr && "a command view has a tree");
-    arguments.reserve(std::min(command.tree->getNumberOfArguments(command.node), mostReserved));
+    arguments.reserve(
+        std::min<std::size_t>(command.tree->getNumberOfArguments(command.node), mostReserved));
     for (std::size_t index = 0; index < command.tree->getNumberOfArguments(command.node); ++index) {
         lf::astapi::ArgumentNode const argument = command.tree->getArgument(command.node, index);
         arguments.emplace_back(

@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# compile_alone.sh FOLDER COMPILER FLAG...: compiles each header below an include folder by itself, included twice.
-# Exit status 77 where there is no such compiler.
+# compile_headers.sh Alone|Together FOLDER COMPILER FLAG...: compiles the headers below an include folder, each by
+# itself or all at once, and each included twice. Exit status 77 where there is no such compiler.
 
 set -euo pipefail
-folder=$1
-compiler=("${@:2}" -I"$folder" -fsyntax-only -x c++ -)
+how=$1
+folder=$2
+compiler=("${@:3}" -I"$folder" -fsyntax-only -x c++ -)
 
 if ! "${compiler[@]}" <<<"#include <version>" &>/dev/null; then
     printf 'Skipped: %s does not work here.\n' "${compiler[*]:0:2}"
@@ -13,6 +14,11 @@ fi
 
 mapfile -t headers < <(find "$folder" -name '*.hpp' -printf '%P\n' | sort)
 ((${#headers[@]})) || { printf 'no header in %s\n' "$folder"; exit 1; }
+
+if [[ $how == Together ]]; then
+    printf '#include <%s>\n' "${headers[@]}" "${headers[@]}" | "${compiler[@]}"
+    exit
+fi
 
 failures=0
 for header in "${headers[@]}"; do
