@@ -141,6 +141,12 @@ TEST_F(Enumeration, ComparesRawArgumentsAcrossNamesAndWildcards) {
     EXPECT_EQ(wildcards(*list), Texts());
 }
 
+TEST_F(Enumeration, ComparesRawArgumentsAcrossWildcardsAndNames) {
+    add(*parent, FullyQualifiedImportEntry(FullyQualifiedImportArgument{u"a", u"b", u"a.*", {}}));
+    add(*list, makeWildcard(u"a.*"));
+    EXPECT_EQ(names(*list), Texts());
+}
+
 TEST_F(Enumeration, AppliesTheRulesOfEveryListOnTheWay) {
     add(*outermost, makePackage(u"p"));
     add(*outermost, makeName(u"a.x"));
