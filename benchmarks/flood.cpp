@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 #include "flood.hpp"
 
+#include "modular_inverse.hpp"
 #include "names.hpp"
 
 #include <import/platform.hpp>
@@ -25,16 +26,6 @@ using Block = std::array<char16_t, 4>;
 
 constexpr std::uint64_t seed = 0xC70F6907;
 constexpr std::uint64_t multiplier = 0xC6A4A7935BD1E995;
-
-// Each round of Newton's iteration doubles the number of right bits; an odd number starts with
-// three.
-constexpr std::uint64_t inverseOf(std::uint64_t odd) {
-    std::uint64_t inverse = odd;
-    for (int round = 0; round < 5; ++round) {
-        inverse *= 2 - odd * inverse;
-    }
-    return inverse;
-}
 
 constexpr std::uint64_t inverseMultiplier = inverseOf(multiplier);
 static_assert(multiplier * inverseMultiplier == 1);

@@ -61,7 +61,7 @@ template <typename Place>
 struct HiddenImport {
     /// What is hidden, as the scope would see it.
     ScopedImport<Place> hidden;
-    /// The scope's own import that hides it; null where only a list of another make knows why.
+    /// The scope's own import that hides it; null if only a foreign list knows why.
     Import<Place> const* by;
 };
 
@@ -75,7 +75,7 @@ struct Stored {
 /// An addition was accepted and not stored, since the scope has it already.
 template <typename Place>
 struct Repeated {
-    /// What it repeats; null where only a list of another make knows.
+    /// What it repeats; null if only a foreign list knows.
     Import<Place> const* earlier;
 };
 
@@ -84,8 +84,8 @@ template <typename Place>
 struct Refused {
     /// Why.
     resource_core::GenericMsgIDHolder message;
-    /// What it conflicts with, in this scope or an enclosing one; nothing where only a list of
-    /// another make knows.
+    /// What it conflicts with, in this scope or an enclosing one; nothing if only a
+    /// foreign list knows.
     std::optional<ScopedImport<Place>> conflict;
 };
 
@@ -176,7 +176,7 @@ class Scope {
     explicit Scope(std::shared_ptr<Scope const> enclosing = nullptr)
         : Scope(enclosing, createImportList(enclosing ? enclosing->list : nullptr)) {}
 
-    /// The same on a list of any make.
+    /// The same on any list, the library's or a foreign one.
     ///
     /// \p ownList is empty and has the list of \p enclosing as its parent. It and the lists around
     /// it must answer with entries that they store: others have no place and are left out.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 #include "colliding_names.hpp"
 
+#include "modular_inverse.hpp"
+
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
@@ -23,17 +25,7 @@ using Block = std::array<char16_t, 4>;
 
 constexpr std::uint64_t multiplier = 0x9FB21C651E98DF25;
 
-// Each round of Newton's iteration doubles the number of right bits; an odd number starts with
-// three.
-constexpr std::uint64_t inverseOf(std::uint64_t odd) {
-    std::uint64_t inverse = odd;
-    for (int round = 0; round < 5; ++round) {
-        inverse *= 2 - odd * inverse;
-    }
-    return inverse;
-}
-
-constexpr std::uint64_t inverseMultiplier = inverseOf(multiplier);
+constexpr std::uint64_t inverseMultiplier = workload::inverseOf(multiplier);
 static_assert(multiplier * inverseMultiplier == 1);
 
 constexpr std::uint64_t turn(std::uint64_t value) {
