@@ -159,11 +159,12 @@ TEST_F(AnImportList, ClonesAllThatALargeListKnowsOfNames) {
     auto const list = makeList();
     std::vector<std::u16string> names;
     for (char16_t unit = u'a'; unit <= u'z'; ++unit) {
-        names.push_back(std::u16string(3, unit));
+        names.emplace_back(3, unit);
     }
     for (std::u16string const& name : names) {
         ASSERT_FALSE(list->addStaticImportEntry(makePackage(u"p_" + name)));
-        ASSERT_FALSE(list->addStaticImportEntry(makeName(u"r_" + name + u"." + name)));
+        ASSERT_FALSE(list->addStaticImportEntry(
+            makeName(std::u16string(u"r_").append(name).append(u".").append(name))));
         ASSERT_FALSE(list->addStaticImportEntry(makeWildcard(u"w_" + name + u".*")));
     }
     auto const copy = list->clone();
