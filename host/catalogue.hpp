@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// A host's words for the library's messages, complete and right or not compiled.
+/// A host's words for the library's messages. A catalogue that is incomplete or wrong does not
+/// compile.
 
 #include <host/text.hpp>
 
@@ -23,7 +24,7 @@ namespace lf::import::host {
 struct MessageWords {
     /// One of messageKeys.
     std::string_view key;
-    /// Not owned. Braces that are no placeholder stand for themselves.
+    /// Not owned. Braces that are not part of a placeholder are copied.
     std::string_view words;
 };
 
@@ -48,8 +49,8 @@ constexpr bool haveArguments(std::string_view words, std::size_t numberOfArgumen
     return true;
 }
 
-// Called where a catalogue is wrong. None is constexpr, so that the compiler stops there and names
-// the fault.
+// Called where a catalogue is wrong. They are not constexpr, so that the compiler's error names the
+// fault.
 inline void keyIsUnknown() {}
 
 inline void keyHasWordsTwice() {}
@@ -60,8 +61,8 @@ inline void placeholderHasNoArgument() {}
 
 } // namespace detail
 
-/// \p words with each placeholder `{N}` replaced by the Nth of \p arguments, counted from 1. What
-/// is in an argument is taken as it is; a placeholder without an argument stays.
+/// \p words with each placeholder `{N}` replaced by the Nth of \p arguments, counted from 1.
+/// Placeholders in arguments, and placeholders without an argument, are copied.
 inline std::string fillPlaceholders(std::string_view words,
                                     std::span<std::string const> arguments) {
     std::string text;
@@ -80,12 +81,12 @@ inline std::string fillPlaceholders(std::string_view words,
 
 /// The words of one language for every message key of the library.
 ///
-/// Made by the compiler alone: a key without words, a key that the library does not have, words
-/// twice for one key, and a placeholder for which messages of the key carry no argument do not
-/// compile. A constant; any number of threads can use it.
+/// Constructed at compile time. A missing key, an unknown key, a key that occurs twice, and a
+/// placeholder for which the messages of a key have no argument do not compile. Immutable, so any
+/// number of threads can use it.
 class MessageCatalogue {
   public:
-    /// A catalogue of \p table, whose texts must live as long:
+    /// A catalogue of \p table, whose texts must live as long as the catalogue:
     /// `MessageCatalogue({{"MixedImportType", "either names or packages"}, ...})`.
     template <std::size_t size>
     consteval explicit MessageCatalogue(MessageWords const (&table)[size]) {
@@ -99,17 +100,17 @@ class MessageCatalogue {
         }
     }
 
-    /// The words for messages with this key, as they stand in the table; nothing for a key that is
-    /// not the library's.
+    /// The words for messages with this key, as in the table; empty for a key that the library does
+    /// not have.
     constexpr std::optional<std::string_view> wordsFor(std::string_view key) const noexcept {
         std::size_t const position = positionOf(key);
         return position < wordsByKey.size() ? std::optional(wordsByKey[position]) : std::nullopt;
     }
 
-    /// \p message in words, in UTF-8; a message with a key that is not the library's as toUtf8
-    /// writes it.
+    /// \p message in words, in UTF-8. A message with a key that the library does not have is
+    /// written as by toUtf8.
     ///
-    /// \throws std::bad_alloc, and what the host's conversion to UTF-8 throws.
+    /// \throws std::bad_alloc, and whatever the host's conversion to UTF-8 throws.
     std::string format(resource_core::BaseMsgID const& message) const {
         auto const words = wordsFor(message.key);
         if (!words) {

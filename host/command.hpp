@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// Reads one `import` command: entries and diagnostics as values, each with its argument.
+/// Reads one `import` command and returns its entries and diagnostics by value, each with its
+/// argument.
 
 #include <host/overloaded.hpp>
 #include <host/text.hpp>
@@ -22,11 +23,11 @@ namespace lf::import::host {
 
 /// A valid entry of a command.
 struct CommandEntry {
-    /// To be moved into the list of the command's scope.
+    /// Move it into the list of the command's scope.
     ImportEntry entry;
-    /// The argument that the parser names for it: under an alias clause that of the alias.
+    /// The argument that the parser reports for it: with an alias clause, the alias.
     ImportArgumentIndex argument;
-    /// The argument that says what is imported: under an alias clause that of the package.
+    /// The argument that names what is imported: with an alias clause, the package.
     ImportArgumentIndex importedArgument;
 };
 
@@ -34,27 +35,27 @@ struct CommandEntry {
 struct CommandDiagnostic {
     /// Never empty.
     resource_core::GenericMsgIDHolder message;
-    /// As severityOf the message's key.
+    /// The result of severityOf for the message's key.
     Severity severity;
     /// The argument that it is about.
     ImportArgumentIndex argument;
 };
 
-/// One element of a command. std::visit wants both to be dealt with, so that no diagnostic is
-/// passed over in silence.
+/// One element of a command. std::visit requires a function for both alternatives, so that no
+/// diagnostic is ignored by accident.
 using CommandItem = std::variant<CommandEntry, CommandDiagnostic>;
 
-/// What becomes of the acceptable arguments of a command in error.
+/// What to do with the valid arguments of a command in error.
 enum class Salvage : std::uint8_t {
-    /// Nothing, as the rules want it: the diagnostic is all.
+    /// Return only the diagnostic: a command in error imports nothing.
     No,
-    /// Their entries stand beside the diagnostic. For editors, in which a command is in error while
-    /// it is being typed.
+    /// Return their entries as well. For editors, where a command is in error while somebody types
+    /// it.
     Yes,
 };
 
-/// With Salvage::Yes, a command gives no entries when more arguments than these are in the way, so
-/// that its cost stays linear in its length.
+/// With Salvage::Yes, a command with more invalid arguments than this gives no entries, so that the
+/// cost of reading it is linear in its length.
 inline constexpr std::size_t mostArgumentsPassedOver = 32;
 
 namespace detail {
@@ -71,8 +72,8 @@ inline Arguments textsOf(lf::astapi::ImportCommandView const& command) {
     return texts;
 }
 
-/// Asks the feature switch at most once, so that a command that is parsed several times is parsed
-/// by one grammar.
+/// Asks the feature switch at most once, so that a command that is parsed several times is always
+/// parsed with the same grammar.
 inline Behavior settle(Behavior behavior) {
     if (behavior != Behavior::FollowFeatureSwitch) {
         return behavior;
@@ -104,14 +105,13 @@ std::vector<CommandItem> parse(Command const& command, Behavior behavior) {
     return items;
 }
 
-/// The diagnostic that stands in place of all entries, or null. One that stands beside an entry is
-/// never alone.
+/// The diagnostic that replaces all entries, or null. A warning about an entry is never alone.
 inline CommandDiagnostic const* rejectionOf(std::vector<CommandItem> const& items) {
     return items.size() == 1 ? std::get_if<CommandDiagnostic>(items.data()) : nullptr;
 }
 
-/// The entry of an alias clause, or null, as far as that can be told without the texts: one that
-/// may be of an alias clause is the only one, and behind the first argument.
+/// The entry that may belong to an alias clause, or null. Without the texts, this is all that can
+/// be told: such an entry is the only one, and is not reported at the first argument.
 inline CommandEntry* possibleAliasIn(std::vector<CommandItem>& items) {
     auto* const entry = items.size() == 1 ? std::get_if<CommandEntry>(items.data()) : nullptr;
     bool const isPossible = entry != nullptr && entry->argument > 0 &&
@@ -119,8 +119,8 @@ inline CommandEntry* possibleAliasIn(std::vector<CommandItem>& items) {
     return isPossible ? entry : nullptr;
 }
 
-/// A package that is imported alone is named by the first argument that is not empty: empty ones
-/// take no part.
+/// The index of the first argument that is not empty. If a command imports one package, this is the
+/// package: empty arguments are ignored.
 inline ImportArgumentIndex firstTakingPart(Arguments const& texts) {
     auto const first = std::ranges::find_if_not(texts, &std::u16string::empty);
     return static_cast<ImportArgumentIndex>(first - texts.begin());
@@ -130,13 +130,13 @@ inline ImportArgumentIndex argumentOf(CommandItem const& item) {
     return std::visit([](auto const& held) { return held.argument; }, item);
 }
 
-/// The entries that \p texts give without the arguments that are in the way, besides the diagnostic
-/// of the whole command, all in the order of the arguments.
+/// The entries that \p texts give without the invalid arguments, and the diagnostic of the whole
+/// command, in the order of the arguments.
 inline std::vector<CommandItem> salvage(CommandDiagnostic const& rejection, Arguments texts,
                                         Behavior behavior) {
     std::vector<CommandItem> items{rejection};
     for (std::size_t count = 0; count < mostArgumentsPassedOver; ++count) {
-        // An empty argument takes no part, and those behind it keep their indexes.
+        // An empty argument is ignored, and those after it keep their indexes.
         texts.at(rejectionOf(items)->argument).clear();
         items = parse(texts, behavior);
         if (rejectionOf(items) == nullptr) {
@@ -155,7 +155,7 @@ inline std::vector<CommandItem> salvage(CommandDiagnostic const& rejection, Argu
     return items;
 }
 
-/// \param texts answers the arguments as texts; asked only where they are needed.
+/// \param texts returns the arguments as texts; called only if they are needed.
 template <typename Command, typename Texts>
 std::vector<CommandItem> read(Command const& command, Texts const& texts, Behavior behavior,
                               Salvage salvages) {
@@ -171,10 +171,13 @@ std::vector<CommandItem> read(Command const& command, Texts const& texts, Behavi
 
 } // namespace detail
 
-/// Parses the arguments of one command: its entries and diagnostics, in the order of the arguments,
-/// a warning behind the entry that it is about.
+/// Parses the arguments of one command.
 ///
-/// \throws std::bad_alloc, and what the host's services throw; bad input is never thrown.
+/// \returns its entries and diagnostics in the order of the arguments; a warning follows the entry
+/// that it is about.
+///
+/// \throws std::bad_alloc, and whatever the host's services throw. Bad input produces diagnostics,
+/// never exceptions.
 [[nodiscard]] inline std::vector<CommandItem>
 readCommand(cppcompat::span<std::u16string const> arguments, Behavior behavior,
             Salvage salvage = Salvage::No) {
@@ -182,8 +185,8 @@ readCommand(cppcompat::span<std::u16string const> arguments, Behavior behavior,
     return detail::read(arguments, texts, behavior, salvage);
 }
 
-/// As above, for a command in the host's syntax tree. The tree is read once more where an alias
-/// clause or an error wants it.
+/// The same for a command in the host's syntax tree. The tree is read once more if there is an
+/// alias clause or an error.
 [[nodiscard]] inline std::vector<CommandItem> readCommand(lf::astapi::ImportCommandView command,
                                                           Behavior behavior,
                                                           Salvage salvage = Salvage::No) {

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// All of the host kit: what every front end writes around the library.
+/// Includes the whole host kit.
 
 #include <host/catalogue.hpp>
 #include <host/command.hpp>

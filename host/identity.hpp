@@ -2,8 +2,7 @@
 #pragma once
 
 /// \file
-/// When two imports are the same: equality, hash and fingerprints of entries and lists, as
-/// incremental builds need them.
+/// Equality, hashes and fingerprints of entries and lists, for incremental builds.
 
 #include <host/text.hpp>
 
@@ -18,21 +17,21 @@
 
 namespace lf::import::host {
 
-/// A number by which to recognise an unchanged import or list. It is the same in every run and on
-/// every machine. Different contents have different fingerprints but for chance: it is no defence
-/// against somebody who looks for a collision.
+/// Identifies the contents of an import or a list. It is the same in every run and on every
+/// machine. Different contents can have the same fingerprint by chance; somebody who tries can find
+/// such contents.
 using Fingerprint = std::uint64_t;
 
 namespace detail {
 
-/// Spreads every bit of \p value over all bits, so that sums of results do not cancel out.
+/// Spreads every bit of \p value over all bits, so that a sum of results depends on all of them.
 constexpr Fingerprint mix(Fingerprint value) noexcept {
     value = (value ^ (value >> 30U)) * 0xBF58476D1CE4E5B9U;
     value = (value ^ (value >> 27U)) * 0x94D049BB133111EBU;
     return value ^ (value >> 31U);
 }
 
-/// \p seed together with \p text and its length (FNV-1a over the bytes of the units).
+/// Combines \p seed with \p text and its length (FNV-1a over the bytes of the code units).
 constexpr Fingerprint mixText(Fingerprint seed, std::u16string_view text) noexcept {
     for (char16_t const unit : text) {
         seed = (seed ^ (unit & 0xFFU)) * 0x100000001B3U;
@@ -70,8 +69,8 @@ inline Fingerprint fingerprintOf(ImportEntry const& entry) {
 
 namespace detail {
 
-/// Of the entries of \p list alone. Of several fully qualified entries with one introduced name
-/// only the first answers lookups, so it counts as something else than the others.
+/// The fingerprint of the entries of \p list without its ancestors. Only the first of several fully
+/// qualified entries that introduce one name is found by lookups, so it counts differently.
 inline Fingerprint fingerprintOfOwnEntries(IImportList const& list) {
     constexpr auto own = IImportList::CheckAncestorList::No;
     Fingerprint sum = 0;
@@ -92,23 +91,23 @@ inline Fingerprint fingerprintOfOwnEntries(IImportList const& list) {
 
 } // namespace detail
 
-/// The same for lists with the same entries, whatever their order, as long as the same entries
-/// answer lookups: of two imports that introduce one name, the first does.
+/// The same for lists with the same entries in any order, if the same entries are found by lookups:
+/// of two imports that introduce one name, the first one is found.
 ///
-/// With Yes as \p check, the ancestors of \p list and their nesting count, too.
+/// With Yes as \p check, the ancestors of \p list and their nesting are included.
 inline Fingerprint fingerprintOf(IImportList const& list, IImportList::CheckAncestorList check) {
     Fingerprint result = detail::fingerprintOfOwnEntries(list);
     if (check != IImportList::CheckAncestorList::Yes) {
         return result;
     }
     for (auto ancestor = list.getParent(); ancestor != nullptr; ancestor = ancestor->getParent()) {
-        // Something for the ancestor itself, so that an empty one counts.
+        // The addition makes an empty ancestor count.
         result = detail::mix(result + 1) + detail::fingerprintOfOwnEntries(*ancestor);
     }
     return result;
 }
 
-/// Whether two entries are the same import: of one kind, with the same texts.
+/// Whether two entries are of the same kind and have the same texts.
 inline bool isSameImport(ImportEntry const& left, ImportEntry const& right) {
     if (auto const* const package = std::get_if<PackageImportEntry>(&left)) {
         auto const* const other = std::get_if<PackageImportEntry>(&right);

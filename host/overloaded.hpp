@@ -2,12 +2,13 @@
 #pragma once
 
 /// \file
-/// How to visit what is one of several cases.
+/// Combines function objects for std::visit.
 
 namespace lf::import::host {
 
-/// Several function objects as one, to visit a variant: `Overloaded{[](CommandEntry&) {},
-/// [](CommandDiagnostic&) {}}`. A case without a function does not compile.
+/// Several function objects as one, for std::visit: `Overloaded{[](CommandEntry&) {},
+/// [](CommandDiagnostic&) {}}`. An alternative without a
+/// function does not compile.
 template <typename... Functions>
 struct Overloaded : Functions... {
     using Functions::operator()...;

@@ -2,11 +2,10 @@
 #pragma once
 
 /// \file
-/// The imports of a scope together with their places in the source: what the lists of the library
-/// decide, said in terms of the host's own source.
+/// The imports of a scope with their places in the source.
 ///
-/// Everything here reads and adds as the lists do: reading from several threads is safe while no
-/// thread adds to the scope or to an enclosing one; what throws leaves all as it was.
+/// The guarantees are those of import lists: several threads can read while no thread adds to the
+/// scope or to an enclosing one, and an operation that throws changes nothing.
 
 #include <host/overloaded.hpp>
 #include <host/text.hpp>
@@ -30,86 +29,87 @@
 
 namespace lf::import::host {
 
-/// An entry of a scope and where it comes from.
+/// An entry of a scope with its place.
 template <typename Place>
 struct Import {
-    /// As it was added.
+    /// The entry as it was added.
     ImportEntry entry;
-    /// Whatever the host says of its place.
+    /// The place that the host gave.
     Place place;
     /// Whether it was added dynamically.
     bool isDynamic;
 
-    /// What it imports.
+    /// The kind of the entry.
     ImportKind kind() const noexcept { return kindOf(entry); }
 };
 
 /// An import as another scope sees it.
 template <typename Place>
 struct ScopedImport {
-    /// Never null; owned by its scope, as long as that lives.
+    /// Never null; owned by its scope and valid as long as the scope exists.
     Import<Place> const* imported;
-    /// How many scopes out it is: 0 in the scope that was asked, 1 in its parent.
+    /// How many scopes outward it is: 0 for the scope itself, 1 for its parent.
     std::size_t distance;
 
-    /// Whether both are the very same import, seen from the same distance.
+    /// Whether both are the same object at the same distance.
     friend bool operator==(ScopedImport const&, ScopedImport const&) = default;
 };
 
-/// An import that a scope's parent sees and the scope does not.
+/// An import that is visible in a scope's parent and hidden in the scope.
 template <typename Place>
 struct HiddenImport {
-    /// What is hidden, as the scope would see it.
+    /// The hidden import; its distance is that from the scope.
     ScopedImport<Place> hidden;
-    /// The scope's own import that hides it; null if only a foreign list knows why.
+    /// The scope's own import that hides it; null if a foreign list hides it for its own reasons.
     Import<Place> const* by;
 };
 
 /// An addition was stored.
 template <typename Place>
 struct Stored {
-    /// Lives as long as its scope.
+    /// Valid as long as its scope exists.
     Import<Place> const* imported;
 };
 
-/// An addition was accepted and not stored, since the scope has it already.
+/// An addition was accepted and not stored, because the scope already has the import.
 template <typename Place>
 struct Repeated {
-    /// What it repeats; null if only a foreign list knows.
+    /// The import that it repeats; null if only a foreign list knows it.
     Import<Place> const* earlier;
 };
 
 /// An addition was refused.
 template <typename Place>
 struct Refused {
-    /// Why.
+    /// The reason.
     resource_core::GenericMsgIDHolder message;
-    /// What it conflicts with, in this scope or an enclosing one; nothing if only a
-    /// foreign list knows.
+    /// The import that it conflicts with, in this scope or an enclosing one; empty if only a
+    /// foreign list knows it.
     std::optional<ScopedImport<Place>> conflict;
 };
 
-/// What became of an addition; std::visit wants every case to be dealt with.
+/// The result of an addition. std::visit requires a function for each case.
 template <typename Place>
 using Addition = std::variant<Stored<Place>, Repeated<Place>, Refused<Place>>;
 
-/// What a used name may come from.
+/// The imports that a used name may come from.
 template <typename Place>
 struct Resolution {
-    /// What introduces the name, the nearest first: at most one package and one fully qualified
-    /// import.
+    /// The imports that introduce the name, the nearest first: at most one package and one fully
+    /// qualified import.
     std::vector<ScopedImport<Place>> imports;
-    /// Where nothing introduces it: the visible wildcards, any of which may supply it, outward.
+    /// If no import introduces it, the visible wildcards, the innermost first. Any of them may
+    /// supply the name.
     std::vector<ScopedImport<Place>> wildcards;
-    /// How many segments of a dotted name all this is about: 2 where `net.http.get` is found as a
-    /// member of the package `net.http`. What follows them is no affair of imports.
+    /// How many leading segments of a dotted name the imports introduce: 2 if `net.http.get` is
+    /// found as a member of the package `net.http`. Imports say nothing about the other segments.
     std::size_t numberOfSegments = 1;
 };
 
 namespace detail {
 
-/// Gives up a share of a scope. What its destruction gives up in turn is destroyed here, one after
-/// the other, so that deep nesting does not become deep recursion.
+/// Releases a share of a scope. Shares that its destruction releases in turn are released here, one
+/// after the other, so that deep nesting does not cause deep recursion.
 template <typename Scope>
 void releaseScope(std::shared_ptr<Scope const> share) noexcept {
     static thread_local std::shared_ptr<Scope const>* waiting = nullptr;
@@ -126,7 +126,7 @@ void releaseScope(std::shared_ptr<Scope const> share) noexcept {
     waiting = enclosing;
 }
 
-/// \p key, which is one of the library's: another one does not compile.
+/// Returns \p key. A key that the library does not have does not compile.
 consteval std::string_view keyOf(std::string_view key) {
     return std::ranges::find(messageKeys, key, &MessageKey::key)->key;
 }
@@ -147,11 +147,11 @@ auto entriesOf(IImportList const& list, IImportList::CheckAncestorList check) {
 
 /// The imports of one scope, each with its place.
 ///
-/// The list of the library decides; what stands beside it only tells where an entry that the list
-/// names comes from. Entries are therefore held twice. Neither copied nor moved: scopes are shared,
-/// as lists are, and keep a share of their parent.
+/// The import list makes all decisions; the scope adds where its entries come from, and for that
+/// holds a second copy of each. A scope cannot be copied or moved. Like a list, it is shared and
+/// owns a share of its parent.
 ///
-/// \tparam Place the host's own notion of a place, a source range or a node; it can be moved.
+/// \tparam Place a place in the host's source, such as a source range or a node; movable.
 template <typename Place>
 class Scope {
   public:
@@ -167,19 +167,20 @@ class Scope {
     using Repeated = host::Repeated<Place>;
     /// The third case of an Addition.
     using Refused = host::Refused<Place>;
-    /// What became of an addition.
+    /// The result of an addition.
     using Addition = host::Addition<Place>;
-    /// What a used name may come from.
+    /// The imports that a used name may come from.
     using Resolution = host::Resolution<Place>;
 
-    /// A scope without imports, within \p enclosing or, when that is null, an outermost one.
+    /// An empty scope within \p enclosing, or an outermost one if \p enclosing is null.
     explicit Scope(std::shared_ptr<Scope const> enclosing = nullptr)
         : Scope(enclosing, createImportList(enclosing ? enclosing->list : nullptr)) {}
 
-    /// The same on any list, the library's or a foreign one.
+    /// The same with an import list of the library or a foreign one.
     ///
-    /// \p ownList is empty and has the list of \p enclosing as its parent. It and the lists around
-    /// it must answer with entries that they store: others have no place and are left out.
+    /// \p ownList must be empty and have the list of \p enclosing as its parent. It and its
+    /// ancestors must answer with entries that they store: other entries have no place and are left
+    /// out.
     Scope(std::shared_ptr<Scope const> enclosing, std::unique_ptr<IImportList> ownList)
         : parent(std::move(enclosing)), list(std::move(ownList)) {}
 
@@ -188,13 +189,13 @@ class Scope {
 
     ~Scope() { detail::releaseScope(std::move(parent)); }
 
-    /// Adds an entry whose command holds from the start of its scope, with the guarantees of
+    /// Adds an entry of a command that applies to its whole scope, with the guarantees of
     /// IImportList::addStaticImportEntry.
     [[nodiscard]] Addition addStatic(ImportEntry&& entry, Place place) {
         return add(std::move(entry), std::move(place), false);
     }
 
-    /// Adds an entry whose command runs when the program reaches it, with the guarantees of
+    /// Adds an entry of a command that applies when the program reaches it, with the guarantees of
     /// IImportList::addDynamicImportEntry.
     [[nodiscard]] Addition addDynamic(ImportEntry&& entry, Place place) {
         return add(std::move(entry), std::move(place), true);
@@ -212,8 +213,8 @@ class Scope {
         return found;
     }
 
-    /// What the name of a use may come from. Of a dotted name as many leading segments as some
-    /// import introduces; only packages introduce several.
+    /// The imports that a used name may come from. For a dotted name, the longest leading part that
+    /// an import introduces; only packages introduce several segments.
     Resolution resolve(std::u16string_view usedName) const {
         std::u16string_view name = usedName;
         std::size_t longest = name.size();
@@ -234,13 +235,13 @@ class Scope {
         }
     }
 
-    /// As above, for a name in UTF-8.
+    /// The same for a name in UTF-8.
     Resolution resolve(std::string_view usedName) const {
         return resolve(Utf16Text(usedName).view());
     }
 
-    /// The visible imports of one kind: this scope's in the order of their addition, then outward,
-    /// as the getters of IImportList enumerate them.
+    /// The visible imports of one kind: those of this scope in the order of addition, then those of
+    /// its parent, and so on, as the getters of IImportList enumerate them.
     std::vector<ScopedImport> visible(ImportKind kind) const {
         switch (kind) {
         case ImportKind::Package:
@@ -253,8 +254,8 @@ class Scope {
         return {};
     }
 
-    /// What the parent sees and this scope hides: packages, then fully qualified imports, then
-    /// wildcards, each in the order of the parent.
+    /// The imports that are visible in the parent and hidden in this scope: packages, then fully
+    /// qualified imports, then wildcards, each in the order of the parent.
     std::vector<HiddenImport> hidden() const {
         std::vector<HiddenImport> result;
         if (parent != nullptr) {
@@ -266,22 +267,22 @@ class Scope {
         return result;
     }
 
-    /// The imports of this scope alone, in the order of their addition across all kinds. Added
-    /// again in this order and manner they give an equal list.
+    /// The imports of this scope alone, in the order of addition across all kinds. Adding them
+    /// again in this order, statically or dynamically as before, gives an equal list.
     std::list<Import> const& imports() const noexcept { return contents.imports; }
 
     /// The enclosing scope; null for an outermost one.
     std::shared_ptr<Scope const> const& getParent() const noexcept { return parent; }
 
-    /// The list that decides, to be read; never null.
+    /// The import list of this scope, for reading; never null.
     std::shared_ptr<IImportList const> getList() const noexcept { return list; }
 
   private:
     using Check = IImportList::CheckAncestorList;
-    /// Keys are views into the entries of the imports.
+    /// Keys are views into the entries of Contents::imports.
     using Index = std::map<std::u16string_view, Import const*>;
 
-    /// Of several imports with the same key the first stands in an index.
+    /// An index holds the first of several imports with the same key.
     struct Contents {
         std::list<Import> imports;
         Index packagesByName;
@@ -292,7 +293,7 @@ class Scope {
 
         Contents() = default;
 
-        /// One import alone.
+        /// A single import.
         explicit Contents(Import&& imported) {
             imports.push_back(std::move(imported));
             Import const& only = imports.front();
@@ -319,7 +320,7 @@ class Scope {
             dottedByRoot.emplace(entry.getRootElement(), imported);
         }
 
-        /// Takes over what stands in \p more. Allocates nothing, so that it cannot fail.
+        /// Moves the contents of \p more into this. Allocates nothing, so that it cannot fail.
         void append(Contents& more) noexcept {
             imports.splice(imports.end(), more.imports);
             packagesByName.merge(more.packagesByName);
@@ -339,7 +340,7 @@ class Scope {
         return 1 + static_cast<std::size_t>(std::ranges::count(name, u'.'));
     }
 
-    // Adding: all that can fail comes before the list is asked, save what it itself does.
+    // Adding: everything that can fail is done before the entry is added to the list.
 
     Addition add(ImportEntry&& entry, Place&& place, bool isDynamic) {
         Contents addition(Import{entry, std::move(place), isDynamic});
@@ -370,8 +371,8 @@ class Scope {
             entry);
     }
 
-    /// The other party of a refusal. Which one it is, the key says; where it is to be looked for,
-    /// the kind of the entry.
+    /// The import that a refused entry conflicts with. The key and the kind of the entry tell which
+    /// index to search.
     std::optional<ScopedImport> findConflict(std::string_view key, ImportEntry const& entry) const {
         if (key == detail::keyOf("InvalidPackageFunctionAbbreviation")) {
             return std::visit([&](auto const& held) { return findSharedRoot(held); }, entry);
@@ -402,7 +403,7 @@ class Scope {
         return imported == nullptr ? std::nullopt : std::optional(ScopedImport{imported, 0});
     }
 
-    // Finding: the list says which entry, by its address; the scope is the one whose list has that.
+    // Finding: the list finds an entry; its address tells which scope's list stores it.
 
     void appendPackage(std::u16string_view name, std::vector<ScopedImport>& found) const {
         if (auto const package = list->findPackageImportEntry(name, Check::Yes)) {
@@ -451,12 +452,12 @@ class Scope {
         return longest;
     }
 
-    // Enumerating: what is visible is a part of all entries of the chain, in the same order.
+    // Enumerating: the visible entries are a subsequence of all entries of the chain.
 
     template <typename Entry>
     using Pair = std::pair<Entry const*, ScopedImport>;
 
-    /// The entries of one kind that the lists of the chain store, each with its import.
+    /// The stored entries of one kind of all scopes outward, each with its import.
     template <typename Entry>
     std::vector<Pair<Entry>> allOfType() const {
         std::vector<Pair<Entry>> pairs;
@@ -525,15 +526,15 @@ class Scope {
     Contents contents;
 }; // namespace lf::import::host
 
-/// Which imports the uses of a program have reached. A value of one thread; the scopes that it has
-/// heard of must outlive what is asked of it.
+/// Which imports the uses of a program have reached. Not for concurrent use. The scopes of the
+/// resolutions that were added must exist while it is queried.
 template <typename Place>
 class UseRecord {
   public:
-    /// Takes down that a use came to this: what introduces its name is reached, or else every
-    /// wildcard that may supply it.
+    /// Records the resolution of a use: the imports that introduce its name are reached, or else
+    /// every wildcard that may supply it.
     void add(Resolution<Place> const& resolution) {
-        // Merging allocates nothing, so that a use is taken down whole or not at all.
+        // Merging allocates nothing, so that a use is recorded completely or not at all.
         std::set<Import<Place> const*> imports;
         for (ScopedImport<Place> const& scoped : resolution.imports) {
             imports.insert(scoped.imported);

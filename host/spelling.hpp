@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Finds out which name a misspelled one may have been meant to be.
+/// Suggests a name for a misspelled one.
 
 #include <algorithm>
 #include <array>
@@ -17,12 +17,12 @@ namespace lf::import::host {
 /// Longer names, in UTF-16 units, are not compared.
 inline constexpr std::size_t longestComparedName = 40;
 
-/// Candidates behind that many others are not compared.
+/// Only this many candidates are compared.
 inline constexpr std::size_t mostComparedNames = 256;
 
 namespace detail {
 
-/// How many changes make \p left to \p right. Neither is longer than longestComparedName.
+/// How many changes turn \p left into \p right. Neither is longer than longestComparedName.
 inline std::size_t distanceBetween(std::u16string_view left, std::u16string_view right) noexcept {
     using Row = std::array<std::size_t, longestComparedName + 1>;
     Row beforeLast{};
@@ -49,9 +49,9 @@ inline std::size_t distanceBetween(std::u16string_view left, std::u16string_view
 
 } // namespace detail
 
-/// The position of the candidate that takes the fewest changes to \p name, the first one if there
-/// are several; nothing when even that one takes more than one change in three characters. A
-/// character is inserted, removed, replaced, or swapped with the next.
+/// The position of the candidate with the fewest changes to \p name, the first one if there are
+/// several; empty if it has more than one change in three characters. A change inserts, removes or
+/// replaces a character, or swaps it with the next one.
 inline std::optional<std::size_t>
 findNearestSpelling(std::u16string_view name,
                     std::span<std::u16string_view const> candidates) noexcept {
@@ -59,7 +59,7 @@ findNearestSpelling(std::u16string_view name,
         return std::nullopt;
     }
     std::optional<std::size_t> nearest;
-    // Only what is nearer than this is of interest.
+    // Candidates with this many changes or more are rejected.
     std::size_t bound = (name.size() + 2) / 3 + 1;
     for (std::size_t index = 0; index < std::min(candidates.size(), mostComparedNames); ++index) {
         std::u16string_view const candidate = candidates[index];

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// The texts of a host and those of the library: UTF-8 for lookups, entries and messages as UTF-8,
-/// the pieces of dotted names.
+/// Converts between the UTF-8 texts of a host and the UTF-16 texts, entries and messages of the
+/// library, and splits dotted names.
 
 #include <import/entries.hpp>
 #include <import/platform.hpp>
@@ -52,8 +52,8 @@ struct DecodedCharacter {
     std::size_t size;
 };
 
-/// The well-formed characters of several bytes: all bytes but the second have the same limits
-/// behind every first byte.
+/// Well-formed characters of several bytes. Only the limits of the second byte depend on the first
+/// byte.
 struct Utf8Row {
     unsigned char lowestFirst;
     unsigned char highestFirst;
@@ -71,8 +71,8 @@ inline constexpr std::array utf8Rows{
 
 inline constexpr char32_t replacementCharacter = U'\uFFFD';
 
-/// The first character of \p text, which has several bytes and belongs to \p row. What is cut off
-/// or interrupted is one U+FFFD up to there.
+/// The first character of \p text, which has several bytes and belongs to \p row. An incomplete
+/// character becomes one U+FFFD.
 constexpr DecodedCharacter decodeSeveralBytes(std::string_view text, Utf8Row const& row) noexcept {
     char32_t codePoint = static_cast<unsigned char>(text[0]) & (0x7FU >> row.size);
     for (std::size_t index = 1; index < row.size; ++index) {
@@ -87,7 +87,7 @@ constexpr DecodedCharacter decodeSeveralBytes(std::string_view text, Utf8Row con
     return {codePoint, row.size};
 }
 
-/// The first character of \p text, which must not be empty; U+FFFD for what is ill-formed.
+/// The first character of \p text, which must not be empty; U+FFFD if it is ill-formed.
 constexpr DecodedCharacter decodeFirst(std::string_view text) noexcept {
     auto const first = static_cast<unsigned char>(text[0]);
     if (first < 0x80U) {
@@ -101,7 +101,7 @@ constexpr DecodedCharacter decodeFirst(std::string_view text) noexcept {
     return {replacementCharacter, 1};
 }
 
-/// Writes \p utf8 to \p target, which has room for as many units as that has bytes.
+/// Writes \p utf8 to \p target, which must have room for as many units as \p utf8 has bytes.
 ///
 /// \returns the number of units written.
 constexpr std::size_t writeUtf16(std::string_view utf8, char16_t* target) noexcept {
@@ -123,16 +123,16 @@ constexpr std::size_t writeUtf16(std::string_view utf8, char16_t* target) noexce
 
 /// A UTF-8 text as UTF-16, for lookups: `list.findPackageImportEntry(Utf16Text(name), Check::Yes)`.
 ///
-/// A value that owns its text. Each ill-formed sequence becomes one U+FFFD, cut as the Unicode
-/// standard recommends.
+/// A value that owns its text. Ill-formed sequences become U+FFFD as the Unicode standard
+/// recommends: one for each maximal part of a character.
 class Utf16Text {
   public:
-    /// Texts of up to so many bytes are kept without an allocation.
+    /// Texts of up to this many bytes need no allocation.
     static constexpr std::size_t lengthWithoutAllocation = 64;
 
     /// Converts \p utf8.
     ///
-    /// \throws std::bad_alloc for a text longer than lengthWithoutAllocation, at the most.
+    /// \throws std::bad_alloc, only for a text longer than lengthWithoutAllocation.
     explicit Utf16Text(std::string_view utf8) {
         if (utf8.size() <= lengthWithoutAllocation) {
             size = detail::writeUtf16(utf8, shortText.data());
@@ -142,13 +142,13 @@ class Utf16Text {
         }
     }
 
-    /// The text; lives as long as this object lives unchanged.
+    /// The text, valid until this object changes or is destroyed.
     std::u16string_view view() const noexcept {
         return longText.empty() ? std::u16string_view(shortText.data(), size) : longText;
     }
 
-    /// As view().
-    // NOLINTNEXTLINE(google-explicit-constructor): to be passed as a name is its purpose.
+    /// The same as view().
+    // NOLINTNEXTLINE(google-explicit-constructor): its purpose is to be passed as a name.
     operator std::u16string_view() const noexcept { return view(); }
 
   private:
@@ -157,27 +157,27 @@ class Utf16Text {
     std::u16string longText; ///< empty for a text that shortText holds
 };
 
-/// \p entry in UTF-8, in the form in which a user would write the import.
+/// \p entry in UTF-8, as a user would write the import.
 ///
-/// \throws std::bad_alloc, and what the host's services throw.
+/// \throws std::bad_alloc, and whatever the host's services throw.
 template <ValidEntry Entry>
 std::string toUtf8(Entry const& entry) {
     std::ostringstream stream;
-    // Otherwise a stream that runs out of memory says nothing and has half of the text.
+    // Without this, a stream that runs out of memory would silently keep a part of the text.
     stream.exceptions(std::ios_base::badbit);
     stream << entry;
     return std::move(stream).str();
 }
 
-/// As for the entry that \p entry holds.
+/// The same for the entry that \p entry holds.
 ///
 /// \throws std::bad_variant_access for a valueless entry.
 inline std::string toUtf8(ImportEntry const& entry) {
     return std::visit([](auto const& held) { return toUtf8(held); }, entry);
 }
 
-/// The argument of a message as UTF-8. Those of the library are UTF-16 texts; a host's own messages
-/// may also have numbers and narrow texts.
+/// The argument of a message as UTF-8. Arguments of the library's messages are UTF-16 texts; a
+/// host's own messages can also have numbers and narrow texts.
 template <typename... Alternatives>
 std::string argumentToUtf8(std::variant<Alternatives...> const& argument) {
     return std::visit(
@@ -193,8 +193,8 @@ std::string argumentToUtf8(std::variant<Alternatives...> const& argument) {
         argument);
 }
 
-/// \p message in UTF-8, for logs and tests: `KELDAR:lang:PackageRedeclared("matrix@^2")`. Words
-/// for users come from a MessageCatalogue.
+/// \p message in UTF-8, for logs and tests: `KELDAR:lang:PackageRedeclared("matrix@^2")`. Use a
+/// MessageCatalogue for words that users read.
 inline std::string toUtf8(resource_core::BaseMsgID const& message) {
     std::string text = message.catalogue + ':' + message.key + '(';
     std::string_view separator;
@@ -232,7 +232,7 @@ inline std::vector<std::u16string_view> segmentsOf(std::u16string_view name) {
     return segments;
 }
 
-/// Below what \p wildcard imports everything, a view into it: `a.b` of `a.b.*`.
+/// The name whose members \p wildcard imports, a view into it: `a.b` of `a.b.*`.
 inline std::u16string_view prefixOf(WildcardImportEntry const& wildcard) noexcept {
     std::u16string_view const raw = wildcard.getRawArgument();
     std::size_t const dot = raw.rfind(u'.');
