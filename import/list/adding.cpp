@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// Adding entries. An addition asks everything first, other lists included, then makes room in the
-// indexes, and stores last: until then the list is as it was.
+// Adding entries. An addition first does all lookups, in other lists as well, then makes room in
+// the indexes, and stores last. Until then, the list is unchanged.
 
 #include <import/list/import_list.hpp>
 
@@ -73,7 +73,7 @@ ImportList::Refusal ImportList::addPackage(PackageImportEntry&& entry, Mode mode
     return std::nullopt;
 }
 
-// When there is room in the indexes, only the vector can fail, and then it stores nothing.
+// After making room in the indexes, only the vector can fail, and then it is unchanged.
 template <typename Entry>
 void ImportList::storeDotted(std::vector<StoredEntry<Entry>>& entries, EntryPosition position,
                              std::type_identity_t<Entry>&& entry, EntryHashes hashes,

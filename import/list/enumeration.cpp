@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// Enumeration of the visible entries. A chain is one view with a cursor of three words, however
-// deep it is; each entry of an ancestor is put to every list on the way to it, by that list's own
-// contents alone.
+// Enumeration of the visible entries. One view walks a whole chain. An ancestor's entry is visible
+// if none of the lists before it hides it by its own contents.
 
 #include <import/list/import_list.hpp>
 
@@ -64,13 +63,13 @@ bool isHidden(PackageImportEntry const& entry, EntryHashes hashes, ListChain lis
     });
 }
 
-// The hashes of the names in the lists that a cursor has left behind, as a filter: an entry whose
-// names are not among them is visible, and need not be put to any of these lists.
+// A filter of the names in the lists that a cursor has passed. An entry whose names it does not
+// have is visible, and these lists need not be searched.
 class PassedNames {
   public:
     void add(ImportList const& list) noexcept {
         if (list.getNumberOfEntries(IImportList::CheckAncestorList::No) > mostEntries) {
-            words.fill(~std::uint64_t{0}); // not worth reading it all
+            words.fill(~std::uint64_t{0}); // reading all of it would cost more than it saves
             return;
         }
         for (auto const& [entry, hashes] : list.ownEntries<PackageImportEntry>()) {
@@ -110,7 +109,7 @@ class PassedNames {
     std::array<std::uint64_t, 32> words{};
 };
 
-// The place of a walk through the visible entries of a chain.
+// A position among the visible entries of a chain.
 template <typename Entry>
 class ChainCursor {
   public:
@@ -135,7 +134,7 @@ class ChainCursor {
     bool isAtEnd() const noexcept { return reached == nullptr; }
 
   private:
-    // Null ends the walk.
+    // Null is the end.
     void moveTo(ImportList const* list) noexcept {
         reached = list;
         place = list != nullptr ? list->ownEntries<Entry>().data() : nullptr;
@@ -182,11 +181,11 @@ class VisibleEntries : public ranges::view_facade<VisibleEntries<Entry>> {
     ImportList const* asked = nullptr;
 };
 
-// The visible entries of a list with a foreign ancestor: behind those of the chain what that
-// ancestor answers, less what the chain hides.
+// The visible entries of a list with a foreign ancestor: those of the chain, then those that the
+// ancestor returns and the chain does not hide.
 //
-// Not a ranges::concat_view: when a copy of its iterator runs out of memory, that destroys an
-// iterator that was never made.
+// Not a ranges::concat_view: if memory runs out while its iterator is copied, it destroys an
+// iterator that was never constructed.
 template <typename Entry>
 class VisibleAndForeignEntries : public ranges::view_facade<VisibleAndForeignEntries<Entry>> {
   public:
@@ -198,8 +197,8 @@ class VisibleAndForeignEntries : public ranges::view_facade<VisibleAndForeignEnt
   private:
     friend ranges::range_access;
 
-    // Knows what it stands at: where foreign lists wrap lists with foreign ancestors, asking
-    // through all of them for that would make each step cost their number squared.
+    // Stores a pointer to its entry: if foreign lists wrap lists with foreign ancestors, reading
+    // through all of them would make each step quadratic in their number.
     class Cursor {
       public:
         Cursor() = default;
@@ -229,7 +228,7 @@ class VisibleAndForeignEntries : public ranges::view_facade<VisibleAndForeignEnt
         bool equal(ranges::default_sentinel_t) const noexcept { return entry == nullptr; }
 
       private:
-        // Goes on to a visible entry, unless it stands at one.
+        // Moves on to a visible entry unless it is at one.
         void settle() {
             if (!own.isAtEnd()) {
                 entry = &own.read();

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What walks from foreign lists find within one lookup.
+/// The results of walks from foreign lists during one lookup.
 
 #include <import/import_list.hpp>
 
@@ -19,18 +19,18 @@
 
 namespace lf::import {
 
-/// The results of the lookups that foreign lists make of other lists while one lookup asks them.
+/// Stores the results of lookups that foreign lists make while an outer lookup calls them.
 ///
-/// A foreign list may pass a question on to an ImportList, which walks outward in turn. When it has
-/// found nothing, the walk of the lookup that asked goes the same way, and asks again: questions
-/// would double with each such list. Nobody goes the way of the outermost lookup again, so that
-/// needs nothing but what the lookups inside it keep.
+/// A foreign list may pass a question on to an ImportList, which walks outward itself. If it finds
+/// nothing, the outer lookup walks on to the same lists and asks them again: without stored
+/// results, the number of questions would double with each such list. The walk of the outermost
+/// lookup is never repeated, so only the lookups inside it store results.
 class ForeignResults {
   public:
-    /// Those of the outermost lookup of this thread, if one is asking a foreign list.
+    /// The results of the outermost lookup of this thread; null if none is calling a foreign list.
     static ForeignResults* ofOuterLookup() noexcept { return current; }
 
-    /// For the outermost lookup; ends with it.
+    /// Created by the outermost lookup.
     ForeignResults() noexcept { current = this; }
 
     ForeignResults(ForeignResults const&) = delete;
@@ -38,14 +38,14 @@ class ForeignResults {
 
     ~ForeignResults() { current = nullptr; }
 
-    /// How a walk ended: with what it found, or with an exception of a foreign list.
+    /// What a walk found, or the exception of a foreign list that ended it.
     template <typename Found>
     struct Result {
         std::optional<Found> found;
         std::exception_ptr failure = nullptr;
     };
 
-    /// The result of a walk from \p list outward, if one was made; null if not.
+    /// The result of an earlier walk from \p list outward; null if there was none.
     template <typename Found>
     Result<Found> const* find(IImportList const& list, std::u16string_view name) const {
         auto const& results = std::get<Results<Found>>(resultsByKind);
@@ -53,7 +53,7 @@ class ForeignResults {
         return result == results.end() ? nullptr : &result->second;
     }
 
-    /// Keeps the result of a walk that passed \p lists.
+    /// Stores the result of a walk that passed \p lists.
     template <typename Found>
     void keep(std::vector<std::shared_ptr<IImportList const>>&& lists, std::u16string_view name,
               Result<Found> const& result) {
@@ -72,8 +72,8 @@ class ForeignResults {
     static inline thread_local ForeignResults* current = nullptr;
 
     std::tuple<Results<FoundImportEntry>, Results<FoundFullyQualifiedName>> resultsByKind;
-    std::set<std::u16string, std::less<>> names;            // what the results are found by
-    std::vector<std::shared_ptr<IImportList const>> shares; // so that no address is used again
+    std::set<std::u16string, std::less<>> names;            // the keys of the results
+    std::vector<std::shared_ptr<IImportList const>> shares; // keep addresses from being reused
 };
 
 } // namespace lf::import

@@ -12,9 +12,9 @@ IImportList::~IImportList() = default;
 
 namespace {
 
-// Gives up a share of a list without recursing into its ancestors: while a list dies, its parent's
-// share waits for the loop that gives up the list's own. What is not ours, or not ours alone, goes
-// at once, in a scope of its own: what a host's destructor destroys is gone when it returns.
+// Releases a share of a list without recursing into its ancestors: while a list is destroyed, the
+// share of its parent waits for the loop that releases the list. A foreign or shared list is
+// released at once, in a loop of its own, so that a host's destructor can rely on it.
 void release(std::shared_ptr<IImportList const> share) noexcept {
     static thread_local std::shared_ptr<IImportList const>* place = nullptr;
     bool const canWait = share.use_count() == 1 && asImportList(share.get()) != nullptr;
@@ -37,9 +37,9 @@ std::unique_ptr<IImportList> createImportList(std::shared_ptr<IImportList const>
     return std::make_unique<ImportList>(std::move(parent));
 }
 
-// By the address of the type information, which is this copy's alone. Its name, by which
-// dynamic_cast may compare, is that of a second copy as well, and a class compiled without RTTI has
-// none.
+// Compares the address of the type information, which belongs to this copy of the library.
+// dynamic_cast may compare its name, which a second copy shares and which a class compiled without
+// RTTI lacks.
 ImportList const* asImportList(IImportList const* list) noexcept {
     return list != nullptr && &typeid(*list) == &typeid(ImportList)
                ? static_cast<ImportList const*>(list)

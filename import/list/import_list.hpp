@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// The import list of one scope. Its operations stand in lookup.cpp, adding.cpp and
-/// enumeration.cpp.
+/// The import list of one scope. lookup.cpp, adding.cpp and enumeration.cpp implement its
+/// operations.
 
 #include <import/import_list.hpp>
 #include <import/list/list_chain.hpp>
@@ -21,7 +21,7 @@
 
 namespace lf::import {
 
-/// The hashes of the names by which entries hide each other; 0 for a name that the kind has not.
+/// The hashes of the names by which entries hide each other; 0 for a name that the kind lacks.
 struct EntryHashes {
     NameHash introducedName = 0;
     NameHash rawArgument = 0;
@@ -37,7 +37,7 @@ struct StoredEntry {
     EntryHashes hashes;
 };
 
-/// Entries are stored by value and never removed; the indexes hold positions of theirs.
+/// Entries are stored by value and never removed; the indexes hold their positions.
 class ImportList final : public IImportList {
   public:
     explicit ImportList(std::shared_ptr<IImportList const> itsParent);
@@ -78,10 +78,10 @@ class ImportList final : public IImportList {
         return outermost != nullptr ? outermost->parent : parent;
     }
 
-    /// By what the names of all lists are hashed.
+    /// The key of all hashes of names.
     HashKey const& hashKey() const noexcept { return key; }
 
-    // What follows asks this list alone.
+    // The following functions do not look into ancestors.
 
     /// The entries of one kind, in order of addition.
     template <typename Entry>
@@ -97,7 +97,7 @@ class ImportList final : public IImportList {
         return indexByName<Entry>().mayHold(name) ? probe<Entry>(name) : nullptr;
     }
 
-    /// The same for a name that passed the filter.
+    /// The same for a name that the filter lets pass.
     template <typename Entry>
     Entry const* probe(NameKey const& name) const noexcept {
         auto const& entries = ownEntries<Entry>();
@@ -153,11 +153,11 @@ class ImportList final : public IImportList {
                      std::type_identity_t<Entry>&& entry, EntryHashes hashes, NameKey const& root);
     Refusal refusePackage(PackageImportEntry const& entry, NameKey const& name, Mode mode) const;
 
-    // What a walk reads of a list stands together.
+    // The members that a walk reads come first, so that they share cache lines.
     ImportList const* enclosing;         ///< the parent, unless that is foreign
     ImportList const* outermost;         ///< of the chain, unless that is this list
     NameIndex packageIndexByName;        ///< introduced names
-    NameIndex fullyQualifiedIndexByName; ///< introduced names, to the first such entry
+    NameIndex fullyQualifiedIndexByName; ///< introduced names; the first entry of each
     NameIndex rawArguments;              ///< of every dotted entry
     NameIndex rootElements;              ///< of every dotted entry
     std::vector<StoredEntry<FullyQualifiedImportEntry>> fullyQualifiedEntries;

@@ -2,12 +2,12 @@
 #pragma once
 
 /// \file
-/// The range over a list and its ancestors that serves every walk.
+/// A forward range over a list and its ancestors.
 ///
 /// A *chain* is a list and its ancestors, innermost first, as far as they are ImportLists of this
 /// copy of the library. A *foreign* list is any other IImportList: one of a host, or of a second
-/// copy of the library in the process. A foreign parent ends a chain; what lies beyond it is asked
-/// for through the interface.
+/// copy of the library in the process. A chain ends before a foreign parent, which is used through
+/// the interface.
 
 #include <import/import_list.hpp>
 

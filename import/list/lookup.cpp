@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// Lookup by introduced name. An import of the other kind hides a name only in the list that is
-// asked; beyond it the nearest ancestor that itself holds the name answers. So one walk outward
-// with one hash suffices for a chain.
+// Lookup by introduced name. An import of the other kind hides a name only in the list that the
+// lookup starts from; otherwise the nearest list that holds the name answers. So one walk outward
+// with one hash is enough for a chain.
 //
-// A foreign list answers for itself and for whatever it knows of its ancestors. If that is nothing,
-// the walk goes on from the parent that it names.
+// A foreign list answers for itself and for those of its ancestors that it knows. If it finds
+// nothing, the walk continues with the parent that it returns.
 
 #include <import/list/foreign_results.hpp>
 #include <import/list/import_list.hpp>
@@ -22,7 +22,7 @@ namespace {
 using CheckAncestorList = IImportList::CheckAncestorList;
 using Share = std::shared_ptr<IImportList const>;
 
-// What the lookups of the two kinds differ in.
+// The differences between the lookups of the two kinds.
 
 struct PackageLookup {
     using Entry = PackageImportEntry;
@@ -52,7 +52,7 @@ struct FullyQualifiedLookup {
     }
 };
 
-// The first list of the chain from \p list outward whose filter lets the name pass, or null.
+// The first list from \p list outward whose filter lets the name pass, or null.
 template <typename Entry>
 ImportList const* firstThatMayHold(ImportList const* list, NameKey const& name) noexcept {
     while (list != nullptr && !list->indexByName<Entry>().mayHold(name)) {
@@ -61,8 +61,8 @@ ImportList const* firstThatMayHold(ImportList const* list, NameKey const& name) 
     return list;
 }
 
-// The entry of the nearest list that has one, from \p candidate outward, whose filter is known to
-// let the name pass; or null.
+// The entry of the nearest list that has one, from \p candidate outward, or null. The filter of
+// \p candidate must let the name pass.
 template <typename Entry>
 Entry const* findInChain(ImportList const* candidate, NameKey const& name) noexcept {
     while (candidate != nullptr) {
@@ -74,7 +74,7 @@ Entry const* findInChain(ImportList const* candidate, NameKey const& name) noexc
     return nullptr;
 }
 
-// \p resultFrom says what a walk from a list found, where that is known.
+// \p resultFrom returns the result of an earlier walk from a list, or null.
 template <typename Kind, typename ResultFrom>
 std::optional<typename Kind::Found> walkOutward(Share const* foreign, NameKey const& name,
                                                 ResultFrom resultFrom) {
@@ -127,8 +127,8 @@ std::optional<typename Kind::Found> findBeyond(Share const& foreign, NameKey con
         &foreign, name, [&](Share const& list) { return results.find<Found>(*list, name.text); });
 }
 
-// The rest of a lookup that filters alone cannot answer. A function of its own, so that one that
-// they can answer calls none.
+// The part of a lookup that filters alone cannot answer. It is not inlined, so that a lookup that
+// they answer does not set up a frame for it.
 template <typename Kind>
 [[gnu::noinline]] std::optional<typename Kind::Found>
 lookUpFrom(ImportList const& asked, ImportList const* candidate, std::u16string_view text,

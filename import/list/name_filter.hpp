@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Which names an index may hold: what a list on the way of a lookup is asked first.
+/// A filter that tells which names are not in an index.
 
 #include <import/list/name_hash.hpp>
 
@@ -15,20 +15,21 @@
 
 namespace lf::import {
 
-/// A Bloom filter. The low bits of a hash choose a word, and all bits of a name are in that, so
-/// that a test reads one cache line. Most names are in none of the lists that are asked for them.
+/// A Bloom filter. Most lists do not hold the name that they are asked for; the filter answers for
+/// them. The low bits of a hash choose a word, which has all bits of a name, so that a test reads
+/// one cache line.
 class NameFilter { // NOLINT(bugprone-exception-escape): moving never finds too little room
   public:
-    /// How many names a word takes before too many others pass.
+    /// With more names in a word, too many other names would pass.
     static constexpr std::size_t namesPerWord = 6;
 
-    /// For up to \p names names; allocates unless they are few.
+    /// A filter for up to \p names names. Allocates unless there are few.
     explicit NameFilter(std::size_t names = 0)
         : words(std::max(std::bit_ceil(names / namesPerWord), fewWords)) {}
 
     void add(NameHash hash) noexcept { words[placeOf(hash)] |= filterBitsOf(hash); }
 
-    /// \param bits those of \p hash.
+    /// \param bits the result of filterBitsOf for \p hash
     bool mayHold(NameHash hash, std::uint64_t bits) const noexcept {
         return (words[placeOf(hash)] & bits) == bits;
     }
@@ -38,7 +39,7 @@ class NameFilter { // NOLINT(bugprone-exception-escape): moving never finds too 
 
     std::size_t placeOf(NameHash hash) const noexcept { return hash & (words.size() - 1); }
 
-    /// A power of two; few of them stand in the list itself.
+    /// Their number is a power of two. A few are stored in the list itself.
     boost::container::small_vector<std::uint64_t, fewWords> words;
 };
 

@@ -27,7 +27,7 @@ HashKey::HashKey() {
 
 #else
 
-// Not std::random_device, which reads a file where the library is another.
+// Not std::random_device, which reads a file in some standard libraries.
 HashKey::HashKey() {
     if (getentropy(&seed, sizeof seed) != 0) {
         throw std::system_error(errno, std::generic_category(), "no key for the hashes of names");

@@ -2,9 +2,9 @@
 #pragma once
 
 /// \file
-/// The hash by which lists know names.
+/// The hash of names.
 
-// The whole of it is inlined: the library needs no other at run time and exports none of it.
+// Inlined completely: there is no run-time dependency, and no symbol of it is exported.
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
@@ -17,15 +17,15 @@ namespace lf::import {
 
 using NameHash = std::uint32_t;
 
-/// What keys all hashes of a process. Scripts choose names, so without a secret they could choose
-/// many with one hash.
+/// The secret key of all hashes of a process. Scripts choose names; without a secret, they could
+/// choose many names with the same hash.
 ///
-/// Nothing that a list answers depends on the key.
+/// No answer of a list depends on the key.
 class HashKey {
   public:
-    /// Drawn from the operating system's random numbers by the first call.
+    /// The first call gets the key from the operating system's random numbers.
     ///
-    /// \throws std::system_error when the system has none.
+    /// \throws std::system_error if the system has none.
     static HashKey const& ofThisProcess();
 
     NameHash hash(std::u16string_view name) const noexcept {
@@ -39,7 +39,7 @@ class HashKey {
     std::uint64_t seed;
 };
 
-/// Whether two names are the same. The standard library compares UTF-16 unit by unit.
+/// Whether two names are equal. std::u16string_view compares them unit by unit, which is slower.
 inline bool isSame(std::u16string_view left, std::u16string_view right) noexcept {
     return left.size() == right.size() &&
            std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
@@ -50,7 +50,7 @@ constexpr std::uint64_t filterBitsOf(NameHash hash) noexcept {
     return std::uint64_t{1} << (hash >> 26) | std::uint64_t{1} << (hash >> 20 & 63);
 }
 
-/// A name with its hash: what a whole chain of lists is asked with.
+/// A name with its hash, computed once for a whole chain of lists.
 struct NameKey {
     NameKey(std::u16string_view name, NameHash itsHash) noexcept
         : text(name), hash(itsHash), filterBits(filterBitsOf(itsHash)) {}

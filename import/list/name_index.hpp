@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// An index of names: which entries of a list have which name.
+/// An index of the entries of a list by name.
 
 #include <import/list/name_filter.hpp>
 #include <import/list/name_hash.hpp>
@@ -15,15 +15,15 @@
 
 namespace lf::import {
 
-/// Where an entry stands in the vector of its kind, or nowhere.
+/// The position of an entry in the vector of its kind, or none.
 class EntryPosition {
   public:
-    /// Which vector: dotted entries of both kinds share an index.
+    /// Tells the vector: dotted entries of both kinds share an index.
     enum class Kind : std::uint8_t { Named = 0, Wildcard = 1 };
 
     constexpr EntryPosition() noexcept = default;
 
-    /// \throws std::length_error when a list cannot have so many entries of a kind.
+    /// \throws std::length_error if \p position is too large.
     constexpr EntryPosition(std::size_t position, Kind kind)
         : code(2 * checked(position) + static_cast<std::uint32_t>(kind)) {}
 
@@ -44,18 +44,18 @@ class EntryPosition {
     std::uint32_t code = nowhere;
 };
 
-/// Names to positions, by hash. The names themselves stand in the entries alone: who asks says
-/// whether an entry has the name.
+/// Maps names to positions. Names are stored in the entries only: the caller compares a name with
+/// that of an entry.
 ///
-/// A table with open addressing behind a filter. Nothing is ever taken out.
+/// A hash table with open addressing behind a filter. Names are never removed.
 class NameIndex { // NOLINT(bugprone-exception-escape): as NameFilter
   public:
-    /// Whether find can find anything.
+    /// False if the index does not have the name.
     bool mayHold(NameKey const& name) const noexcept {
         return filter.mayHold(name.hash, name.filterBits);
     }
 
-    /// A position with \p hash for which \p hasName holds, if there is one.
+    /// A position with \p hash for which \p hasName returns true, if there is one.
     template <typename HasName>
     EntryPosition find(NameHash hash, HasName hasName) const noexcept {
         for (std::size_t place = placeOf(hash); !slots.empty() && slots[place].position;
@@ -67,12 +67,12 @@ class NameIndex { // NOLINT(bugprone-exception-escape): as NameFilter
         return {};
     }
 
-    /// Lets the next insertion succeed.
+    /// Makes sure that the next insertion succeeds.
     ///
-    /// \throws std::bad_alloc, with the index as before.
+    /// \throws std::bad_alloc, with the index unchanged.
     void makeRoomForOneMore();
 
-    /// After makeRoomForOneMore.
+    /// Must follow makeRoomForOneMore.
     void insert(NameHash hash, EntryPosition position) noexcept;
 
   private:
@@ -84,7 +84,7 @@ class NameIndex { // NOLINT(bugprone-exception-escape): as NameFilter
     std::size_t placeOf(std::size_t number) const noexcept { return number & (slots.size() - 1); }
 
     NameFilter filter;
-    std::vector<Slot> slots; ///< a power of two, or none; some of them are always free
+    std::vector<Slot> slots; ///< empty, or a power of two with some free slots
     std::size_t taken = 0;
 };
 
