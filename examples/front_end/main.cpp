@@ -24,6 +24,7 @@
 namespace {
 
 using lf::import::Behavior;
+using lf::import::ImportArgumentIndex;
 using lf::import::ImportEntry;
 using lf::import::Severity;
 using namespace lf::import::host;
@@ -62,11 +63,12 @@ class SyntaxTree final : public lf::astapi::ISyntaxTree {
     explicit SyntaxTree(std::vector<Word> const& scriptWords) : words(scriptWords) {}
 
     std::size_t getNumberOfArguments(lf::astapi::NodeHandle command) const override {
-        std::size_t end = command + 1;
-        while (end < words.size() && words[end].line == words[command].line) {
+        auto const begin = static_cast<std::size_t>(command);
+        std::size_t end = begin + 1;
+        while (end < words.size() && words[end].line == words[begin].line) {
             ++end;
         }
-        return end - command - 1;
+        return end - begin - 1;
     }
 
     lf::astapi::ArgumentNode getArgument(lf::astapi::NodeHandle command,
@@ -75,7 +77,7 @@ class SyntaxTree final : public lf::astapi::ISyntaxTree {
     }
 
     std::u16string getText(lf::astapi::NodeHandle argument) const override {
-        return std::u16string(Utf16Text(words.at(argument).text));
+        return std::u16string(Utf16Text(words.at(static_cast<std::size_t>(argument)).text));
     }
 
   private:
@@ -133,15 +135,19 @@ class FrontEnd {
         for (CommandItem& item : readCommand(view, Behavior::WithPackageImports, Salvage::Yes)) {
             std::visit(Overloaded{[&](CommandEntry& found) {
                                       add(std::move(found.entry),
-                                          script.words[command + 1 + found.importedArgument]);
+                                          argumentOf(command, found.importedArgument));
                                   },
                                   [&](CommandDiagnostic const& problem) {
                                       report(problem.severity,
-                                             script.words[command + 1 + problem.argument],
+                                             argumentOf(command, problem.argument),
                                              catalogue.format(problem.message.getMsgID()));
                                   }},
                        item);
         }
+    }
+
+    Word const& argumentOf(std::size_t command, ImportArgumentIndex argument) const {
+        return script.words[command + 1 + static_cast<std::size_t>(argument)];
     }
 
     void add(ImportEntry&& entry, Word const& place) {

@@ -15,7 +15,7 @@ lf::astapi::ImportCommandView SyntaxTree::add(ImportCommand const& command) {
 }
 
 std::size_t SyntaxTree::getNumberOfArguments(lf::astapi::NodeHandle command) const {
-    return nodes.at(command).numberOfArguments;
+    return nodes.at(static_cast<std::size_t>(command)).numberOfArguments;
 }
 
 lf::astapi::ArgumentNode SyntaxTree::getArgument(lf::astapi::NodeHandle command,
@@ -24,7 +24,7 @@ lf::astapi::ArgumentNode SyntaxTree::getArgument(lf::astapi::NodeHandle command,
 }
 
 std::u16string SyntaxTree::getText(lf::astapi::NodeHandle argument) const {
-    return toUtf16(nodes.at(argument).text);
+    return toUtf16(nodes.at(static_cast<std::size_t>(argument)).text);
 }
 
 } // namespace explorer
