@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/output.hpp>
 
+#include <import_explorer/style.hpp>
+
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -14,7 +16,6 @@ namespace {
 
 constexpr std::size_t pieceSize = 65536;
 constexpr std::size_t usualColumns = 80;
-constexpr std::string_view resetSequence = "\x1b[0m";
 
 // What a signal handler can know.
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)

@@ -23,8 +23,6 @@ constexpr std::string_view sequenceFor(Role role) noexcept {
     return {};
 }
 
-constexpr std::string_view resetSequence = "\x1b[0m";
-
 } // namespace
 
 std::string Style::apply(Role role, std::string_view text) const {

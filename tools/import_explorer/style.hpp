@@ -23,6 +23,9 @@ enum class Role : std::uint8_t {
     Kind,
 };
 
+/// Ends whatever colour a terminal writes in.
+inline constexpr std::string_view resetSequence = "\x1b[0m";
+
 /// Colours text, or leaves it alone.
 class Style {
   public:
