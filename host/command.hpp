@@ -137,7 +137,7 @@ inline std::vector<CommandItem> salvage(CommandDiagnostic const& rejection, Argu
     std::vector<CommandItem> items{rejection};
     for (std::size_t count = 0; count < mostArgumentsPassedOver; ++count) {
         // An empty argument is ignored, and those after it keep their indexes.
-        texts.at(rejectionOf(items)->argument).clear();
+        texts.at(static_cast<std::size_t>(rejectionOf(items)->argument)).clear();
         items = parse(texts, behavior);
         if (rejectionOf(items) == nullptr) {
             break;

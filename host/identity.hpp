@@ -137,8 +137,10 @@ struct ImportEntryEqual {
 
 /// Hashes entries for a hashed container.
 struct ImportEntryHash {
-    /// As fingerprintOf.
-    std::size_t operator()(ImportEntry const& entry) const { return fingerprintOf(entry); }
+    /// As fingerprintOf, or its lower bits where std::size_t is shorter.
+    std::size_t operator()(ImportEntry const& entry) const {
+        return static_cast<std::size_t>(fingerprintOf(entry));
+    }
 };
 
 } // namespace lf::import::host
