@@ -37,9 +37,9 @@ VARIED = "scope s {\nimport p q.r\nimport p q.r p\nimport q.r w.*\nuse r\n" \
          "import p\nuse q\nuse zp\n"
 
 
-def read_report(arguments, text=b""):
-    finished = subprocess.run([os.environ["IMPORT_EXPLORER"], "--json", *arguments], cwd=ROOT, input=text,
-                              stdout=subprocess.PIPE, check=False)
+def read_report(arguments, text=b"", report_format="json"):
+    finished = subprocess.run([os.environ["IMPORT_EXPLORER"], "--format", report_format, *arguments], cwd=ROOT,
+                              input=text, stdout=subprocess.PIPE, check=False)
     return json.loads(finished.stdout)
 
 
@@ -55,22 +55,22 @@ def message_keys():
     return re.findall(r"(?m)^## (\w+)$", (ROOT / "docs/diagnostics.md").read_text())
 
 
-def real_reports():
-    """Reports by what they are about."""
+def real_inputs():
+    """What is reported on: what it is about, arguments and standard input."""
     scripts = [*(ROOT / "examples").glob("*.import"), *(ROOT / "examples/rules").glob("*.import")]
     for path in scripts:
         name = str(path.relative_to(ROOT))
         for options in ([], ["--scopes"], ["--unused"], ["--scopes", "--unused"], ["--packages", "off"], ["--lines"]):
-            yield f"{name} {options}", read_report([*options, name])
+            yield f"{name} {options}", [*options, name], b""
     for arguments, script in commands_of_diagnostics():
-        yield f"{script} {arguments}", read_report(arguments, script)
+        yield f"{script} {arguments}", arguments, script
     texts = {"nothing": b"", "blank lines": b"\n\n", "a byte order mark": b"\xef\xbb\xbfimport a.b\n",
              "faults": FAULTY.encode(), "no UTF-8": b"import a.\xff", "a NUL": b"import a.b\0",
              "deep scopes": DEEP.encode(), "many imports": MANY.encode(), "everything": VARIED.encode()}
     for name, text in texts.items():
-        yield name, read_report(["--scopes", "--unused", "-"], text)
-    yield "no such file", read_report(["no/such/file"])
-    yield "a folder", read_report(["examples"])
+        yield name, ["--scopes", "--unused", "-"], text
+    yield "no such file", ["no/such/file"], b""
+    yield "a folder", ["examples"], b""
 
 
 def objects_with_schema(value, schema, name="Report"):
@@ -94,7 +94,7 @@ def varied_report():
 
 
 class ReportSchema(unittest.TestCase):
-    reports = dict(real_reports())
+    reports = {name: read_report(arguments, text) for name, arguments, text in real_inputs()}
 
     def test_is_a_schema(self):
         Draft202012Validator.check_schema(SCHEMA)

@@ -5,6 +5,7 @@
 
 #include <import_explorer/analysis.hpp>
 #include <import_explorer/json_report.hpp>
+#include <import_explorer/sarif_report.hpp>
 #include <import_explorer/source_file.hpp>
 #include <import_explorer/summary.hpp>
 #include <import_explorer/text_report.hpp>
@@ -34,6 +35,9 @@ std::unique_ptr<IReport> createReport(ITextSink& sink, KindOfReport const& kind)
                                 kind.hasScopes ? ScopeDetail::ImportsAndView
                                                : ScopeDetail::Imports);
     }
+    if (kind.format == KindOfReport::Format::Sarif) {
+        return createSarifReport(sink);
+    }
     return std::make_unique<TextReport>(sink, Style(true), Detail::Everything,
                                         kind.hasScopes ? ScopeDrawing::Drawn
                                                        : ScopeDrawing::Omitted);
@@ -45,6 +49,7 @@ std::vector<KindOfReport> const kindsOfReport{
     {"--unused", KindOfReport::Format::Text, false, false, true},
     {"--unused --scopes", KindOfReport::Format::Text, true, false, true},
     {"--unused --scopes --json", KindOfReport::Format::Json, true, false, true},
+    {"--unused --format sarif", KindOfReport::Format::Sarif, false, false, true},
     {"--unused --scopes --packages off", KindOfReport::Format::Text, true, false, false},
     {"--unused --scopes --packages off --json", KindOfReport::Format::Json, true, false, false},
     {"--lines", KindOfReport::Format::Text, false, true, true},

@@ -16,6 +16,7 @@ struct KindOfReport {
     enum class Format {
         Text,
         Json,
+        Sarif,
     } format = Format::Text;
     bool hasScopes = false;
     bool readsLines = false;

@@ -220,6 +220,7 @@ class Analysis {
 
     void reportUnknownName(AnalysedUse const& analysed) {
         Diagnostic diagnostic;
+        diagnostic.finding = Finding::UnknownName;
         diagnostic.words = "unknown name '{1}'";
         diagnostic.arguments = {analysed.name};
         diagnostic.range = analysed.use.name.range;
@@ -250,7 +251,8 @@ std::vector<Diagnostic> findScopesWithoutList(AnalysedFile const& file, ScopeLis
                               scope.range,
                               {},
                               {},
-                              {}});
+                              {},
+                              Finding::ScopeTooDeep});
         }
     }
     return errors;
@@ -271,7 +273,8 @@ std::vector<Diagnostic> findUnusedImports(AnalysedFile const& file) {
                                 analysed.command.arguments.at(entry.argument).range,
                                 command,
                                 entry.argument,
-                                {}});
+                                {},
+                                Finding::UnusedImport});
         }
     }
     return warnings;

@@ -7,6 +7,20 @@
 
 namespace explorer {
 
+std::string_view toText(Finding finding) noexcept {
+    switch (finding) {
+    case Finding::ScriptProblem:
+        return "ScriptProblem";
+    case Finding::UnknownName:
+        return "UnknownName";
+    case Finding::UnusedImport:
+        return "UnusedImport";
+    case Finding::ScopeTooDeep:
+        return "ScopeTooDeep";
+    }
+    return {};
+}
+
 std::vector<Diagnostic> mergeInSourceOrder(std::vector<Diagnostic> first,
                                            std::vector<Diagnostic> second) {
     if (second.empty()) {

@@ -8,6 +8,7 @@
 
 #include <import/messages.hpp>
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -38,6 +39,20 @@ struct Note {
     EntryReference entry;
 };
 
+/// What the explorer finds itself.
+enum class Finding {
+    ScriptProblem,
+    UnknownName,
+    UnusedImport,
+    ScopeTooDeep,
+};
+
+inline constexpr std::array findings{Finding::ScriptProblem, Finding::UnknownName,
+                                     Finding::UnusedImport, Finding::ScopeTooDeep};
+
+/// The name of \p finding, which is like a key of the library.
+std::string_view toText(Finding finding) noexcept;
+
 /// A problem with the text that tells it.
 struct Diagnostic {
     lf::import::Severity severity = lf::import::Severity::Error;
@@ -54,6 +69,8 @@ struct Diagnostic {
     /// The argument of that command.
     std::optional<std::size_t> argument;
     std::optional<Note> note;
+    /// What it is, where it has no key.
+    Finding finding = Finding::ScriptProblem;
 };
 
 /// The diagnostics of both, in source order, those of \p first before others at the same place.

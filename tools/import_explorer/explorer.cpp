@@ -5,6 +5,7 @@
 #include <import_explorer/file_walker.hpp>
 #include <import_explorer/json_report.hpp>
 #include <import_explorer/progress.hpp>
+#include <import_explorer/sarif_report.hpp>
 #include <import_explorer/source_file.hpp>
 #include <import_explorer/summary.hpp>
 #include <import_explorer/text_report.hpp>
@@ -49,6 +50,9 @@ std::unique_ptr<IReport> makeReport(Options const& options, Output& output) {
         return createJsonReport(output, packageImports,
                                 options.showsScopes ? ScopeDetail::ImportsAndView
                                                     : ScopeDetail::Imports);
+    }
+    if (options.format == ReportFormat::Sarif) {
+        return createSarifReport(output);
     }
     bool const isColoured = isColourWanted(output);
     if (isColoured) {

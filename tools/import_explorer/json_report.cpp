@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/json_report.hpp>
 
-#include <import_explorer/display_width.hpp>
 #include <import_explorer/json_writer.hpp>
 #include <import_explorer/message_catalogue.hpp>
-#include <import_explorer/utf8.hpp>
 
 #include <array>
 #include <optional>
@@ -17,26 +15,8 @@ namespace explorer {
 
 namespace {
 
-std::string cut(std::string_view text) {
-    if (text.size() <= longestJsonText) {
-        return std::string(text);
-    }
-    std::size_t size = longestJsonText;
-    while (size > 0 && isContinuationByte(text[size])) {
-        --size;
-    }
-    return std::string(text.substr(0, size)).append(cutMark);
-}
-
 std::optional<std::string> cutIfAny(std::optional<std::string> const& text) {
-    return text ? std::optional(cut(*text)) : std::nullopt;
-}
-
-std::vector<std::string> cutEach(std::vector<std::string> texts) {
-    for (std::string& text : texts) {
-        text = cut(text);
-    }
-    return texts;
+    return text ? std::optional(cutJsonText(*text)) : std::nullopt;
 }
 
 /// Writes one file, each scope, command, use and diagnostic in a line of its own.
@@ -112,7 +92,7 @@ class FileWriter {
 
     void write(AnalysedScope const& analysed) {
         json.beginObject();
-        json.field("name", cut(analysed.scope.name));
+        json.field("name", cutJsonText(analysed.scope.name));
         json.field("parent", analysed.scope.parent);
         writeRange(analysed.scope.range);
         writeArray("imports", analysed.entries);
@@ -144,7 +124,7 @@ class FileWriter {
 
     void write(Word const& argument) {
         json.beginObject();
-        json.field("text", cut(argument.text));
+        json.field("text", cutJsonText(argument.text));
         writeRange(argument.range);
         json.endObject();
     }
@@ -152,7 +132,7 @@ class FileWriter {
     void write(AnalysedEntry const& entry) {
         json.beginObject();
         json.field("kind", toText(entry.kind));
-        json.field("text", cut(entry.text));
+        json.field("text", cutJsonText(entry.text));
         json.field("introducedName", cutIfAny(entry.introducedName));
         json.field("rootElement", cutIfAny(entry.rootElement));
         json.field("argument", entry.argument);
@@ -165,9 +145,9 @@ class FileWriter {
     void write(AnalysedUse const& analysed) {
         json.beginObject();
         json.field("scope", analysed.use.scope);
-        json.field("text", cut(analysed.use.name.text));
+        json.field("text", cutJsonText(analysed.use.name.text));
         writeRange(analysed.use.name.range);
-        json.field("name", cut(analysed.name));
+        json.field("name", cutJsonText(analysed.name));
         writeArray("imports", analysed.imports);
         writeCapped("wildcards", analysed.wildcards);
         json.field("unknown", analysed.isUnknown());
@@ -177,7 +157,7 @@ class FileWriter {
 
     void write(Diagnostic const& diagnostic) {
         bool const isError = diagnostic.severity == lf::import::Severity::Error;
-        std::vector<std::string> const arguments = cutEach(diagnostic.arguments);
+        std::vector<std::string> const arguments = cutJsonTexts(diagnostic.arguments);
         json.beginObject();
         json.field("severity", isError ? "error" : "warning");
         json.field("key", diagnostic.key.empty() ? std::nullopt : std::optional(diagnostic.key));
@@ -197,7 +177,7 @@ class FileWriter {
 
     void write(Note const& note) {
         NoteInWords const inWords = describe(file, note);
-        std::array const arguments{cut(inWords.argument)};
+        std::array const arguments{cutJsonText(inWords.argument)};
         json.beginObject();
         json.field("message", fillPlaces(inWords.words, arguments));
         json.key("entry");

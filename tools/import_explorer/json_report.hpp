@@ -7,7 +7,6 @@
 
 #include <import_explorer/report.hpp>
 
-#include <cstddef>
 #include <memory>
 
 namespace explorer {
@@ -21,10 +20,6 @@ enum class ScopeDetail {
     /// Also what they inherit and hide.
     ImportsAndView,
 };
-
-/// A text of a script that takes more bytes is cut at the end of a character, and a mark is put
-/// behind it.
-inline constexpr std::size_t longestJsonText = 200;
 
 /// Creates a report that writes the document, in UTF-8, file by file. The same input always gives
 /// the same bytes: keys have a fixed order, and nothing depends on when or how fast it was written.

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/json_writer.hpp>
 
+#include <import_explorer/display_width.hpp>
+#include <import_explorer/utf8.hpp>
+
 #include <nlohmann/json.hpp>
 
 #include <string>
@@ -17,6 +20,24 @@ std::string quote(std::string_view text) {
 }
 
 } // namespace
+
+std::string cutJsonText(std::string_view text) {
+    if (text.size() <= longestJsonText) {
+        return std::string(text);
+    }
+    std::size_t size = longestJsonText;
+    while (size > 0 && isContinuationByte(text[size])) {
+        --size;
+    }
+    return std::string(text.substr(0, size)).append(cutMark);
+}
+
+std::vector<std::string> cutJsonTexts(std::vector<std::string> texts) {
+    for (std::string& text : texts) {
+        text = cutJsonText(text);
+    }
+    return texts;
+}
 
 void JsonWriter::key(std::string_view name) {
     separate();

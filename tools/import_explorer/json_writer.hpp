@@ -9,10 +9,18 @@
 #include <concepts>
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace explorer {
+
+/// A text of a script that takes more bytes is cut at the end of a character, and a mark is put
+/// behind it.
+inline constexpr std::size_t longestJsonText = 200;
+
+std::string cutJsonText(std::string_view text);
+std::vector<std::string> cutJsonTexts(std::vector<std::string> texts);
 
 /// How the elements of an array, or the members of an object, follow each other.
 enum class JsonLayout {

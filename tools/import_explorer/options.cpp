@@ -40,6 +40,13 @@ Behavior toBehavior(std::string const& packages) {
     return packages == "off" ? Behavior::WithoutPackageImports : Behavior::FollowFeatureSwitch;
 }
 
+ReportFormat toFormat(std::string const& format) {
+    if (format == "json") {
+        return ReportFormat::Json;
+    }
+    return format == "sarif" ? ReportFormat::Sarif : ReportFormat::Text;
+}
+
 Notice usageError(std::string const& problem) {
     return {"import_explorer: error: " + problem +
                 "\nRun 'import_explorer --help' to see how it is used.\n",
@@ -54,6 +61,7 @@ std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
     std::string feature = "on";
     bool readsLines = false;
     bool writesJson = false;
+    std::string format = "text";
 
     CLI::App app(description, "import_explorer");
     app.footer(footer);
@@ -82,7 +90,14 @@ std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
                  "and\nof folders all files are read; commands are parsed only")
         ->excludes(scopes)
         ->excludes(unused);
-    app.add_flag("--json", writesJson, "Write one JSON document instead of text");
+    CLI::Option* const formatOption =
+        app.add_option("--format", format,
+                       "Write text, one JSON document or, for editors and code hosts, one of\n"
+                       "SARIF 2.1.0; the default is text")
+            ->check(CLI::IsMember({"text", "json", "sarif"}))
+            ->take_last()
+            ->option_text("text|json|sarif");
+    app.add_flag("--json", writesJson, "The same as --format json")->excludes(formatOption);
     app.add_flag("--quiet", options.isQuiet, "Write diagnostics and the summary only");
 
     try {
@@ -100,7 +115,7 @@ std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
     options.behavior = toBehavior(packages);
     options.isFeatureOn = feature == "on";
     options.syntax = readsLines ? SourceSyntax::Lines : SourceSyntax::Script;
-    options.format = writesJson ? ReportFormat::Json : ReportFormat::Text;
+    options.format = writesJson ? ReportFormat::Json : toFormat(format);
     return options;
 }
 

@@ -29,6 +29,7 @@ enum class ExitStatus : std::uint8_t {
 enum class ReportFormat {
     Text,
     Json,
+    Sarif,
 };
 
 struct Options {

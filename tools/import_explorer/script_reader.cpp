@@ -329,8 +329,15 @@ class ScriptReader {
     /// Returns what is returned by those who give up the line.
     bool report(SourceRange const& range, std::string_view words,
                 std::vector<std::string> arguments = {}) {
-        script.problems.push_back(
-            {lf::import::Severity::Error, {}, words, std::move(arguments), range, {}, {}, {}});
+        script.problems.push_back({lf::import::Severity::Error,
+                                   {},
+                                   words,
+                                   std::move(arguments),
+                                   range,
+                                   {},
+                                   {},
+                                   {},
+                                   Finding::ScriptProblem});
         return false;
     }
 

@@ -63,19 +63,19 @@ std::variant<std::string, LoadFailure> readAll(std::FILE* file, std::string cons
 
 } // namespace
 
-SourceFile::SourceFile(std::string name, std::string contents)
-    : fileName(std::move(name)), text(std::move(contents)) {
-    std::size_t begin = text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
-    while (begin < text.size()) {
+SourceFile::SourceFile(std::string name, std::string text)
+    : fileName(std::move(name)), contents(std::move(text)) {
+    std::size_t begin = contents.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
+    while (begin < contents.size()) {
         lineBegins.push_back(begin);
-        begin = beginOfNextLine(text, begin);
+        begin = beginOfNextLine(contents, begin);
     }
 }
 
 std::string_view SourceFile::line(std::size_t number) const {
     std::size_t const begin = lineBegin(number);
-    std::size_t const next = number < lineBegins.size() ? lineBegins[number] : text.size();
-    std::string_view line = std::string_view(text).substr(begin, next - begin);
+    std::size_t const next = number < lineBegins.size() ? lineBegins[number] : contents.size();
+    std::string_view line = std::string_view(contents).substr(begin, next - begin);
     for (char const end : {'\n', '\r'}) {
         if (line.ends_with(end)) {
             line.remove_suffix(1);

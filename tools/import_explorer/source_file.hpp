@@ -28,13 +28,13 @@ struct SourceRange {
 /// A file with its text. Views of it live as long as it lives unmoved.
 class SourceFile {
   public:
-    /// A file called \p fileName with the text \p contents, which must be UTF-8.
-    SourceFile(std::string fileName, std::string contents);
+    /// A file called \p fileName with the text \p text, which must be UTF-8.
+    SourceFile(std::string fileName, std::string text);
 
     std::string const& name() const noexcept { return fileName; }
 
     /// In bytes.
-    std::size_t size() const noexcept { return text.size(); }
+    std::size_t size() const noexcept { return contents.size(); }
 
     std::size_t numberOfLines() const noexcept { return lineBegins.size(); }
 
@@ -45,9 +45,13 @@ class SourceFile {
     /// The line with the one-based \p number, without its end (LF, CR LF or CR).
     std::string_view line(std::size_t number) const;
 
+    std::string_view text(SourceRange const& range) const {
+        return std::string_view(contents).substr(range.begin, range.end - range.begin);
+    }
+
   private:
     std::string fileName;
-    std::string text;
+    std::string contents;
     std::vector<std::size_t> lineBegins;
 };
 

@@ -133,7 +133,7 @@ class FileReport {
         if (isRefused(analysed)) {
             return;
         }
-        writeStatement(range.line, textOf(range));
+        writeStatement(range.line, file.source.text(range));
         if (analysed.entries.empty()) {
             writeLine({}, style.apply(Role::Faint, "  nothing to import"));
         }
@@ -175,7 +175,7 @@ class FileReport {
         if (analysed.isUnknown()) {
             return;
         }
-        writeStatement(range.line, "use " + std::string(textOf(range)));
+        writeStatement(range.line, "use " + std::string(file.source.text(range)));
         std::vector<Row> rows;
         bool const isWhole = analysed.name == analysed.use.name.text;
         std::string const subject = isWhole ? "" : analysed.name + " ";
@@ -200,11 +200,6 @@ class FileReport {
         AnalysedEntry const& entry = file.at(reference);
         return {makeCell(answer, Role::Faint), kindCell(entry.kind), makeCell(entry.text),
                 makeCell(placeOf(file, reference), Role::Faint)};
-    }
-
-    std::string_view textOf(SourceRange const& range) const {
-        return file.source.line(range.line)
-            .substr(range.begin - file.source.lineBegin(range.line), range.end - range.begin);
     }
 
     void writeStatement(std::size_t line, std::string_view text) {

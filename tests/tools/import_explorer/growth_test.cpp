@@ -183,7 +183,7 @@ class Growth : public testing::TestWithParam<Row> {};
 
 TEST_P(Growth, OfOutputAndMemoryIsLinearAndWithinTheLimits) {
     // The others have less in them.
-    constexpr std::size_t kinds = 3;
+    constexpr std::size_t kinds = 4;
     for (KindOfReport const& kind : std::span(support::kindsOfReport).first(kinds)) {
         Counts output{};
         Counts memory{};

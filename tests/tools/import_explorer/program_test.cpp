@@ -257,6 +257,20 @@ TEST_F(Program, WritesTheSameJsonDocumentEveryTime) {
     EXPECT_EQ(document["summary"]["errors"], 3);
 }
 
+TEST_F(Program, WritesTheFormatThatIsAskedFor) {
+    write("some.import", "import 1\n");
+    EXPECT_THAT(run("$explorer --format text some.import").output,
+                StartsWith("some.import\nsome.import:1:8:"));
+    EXPECT_EQ(run("$explorer --format json some.import").output,
+              run("$explorer --json some.import").output);
+    Outcome const sarif = run("$explorer --format sarif some.import");
+    EXPECT_EQ(sarif.status, 1);
+    EXPECT_EQ(nlohmann::json::parse(sarif.output)["runs"][0]["results"][0]["ruleId"],
+              "InvalidImportArgument");
+    EXPECT_EQ(run("$explorer --format json --json some.import").status, 2);
+    EXPECT_EQ(run("$explorer --format xml some.import").status, 2);
+}
+
 TEST_F(Program, TellsHowItIsUsed) {
     Outcome const help = run("$explorer --help");
     EXPECT_EQ(help.status, 0);
