@@ -1,33 +1,67 @@
 # The Debian packages, one for each component of the installation: `cpack --preset release`, or `cpack -G DEB` in
-# any build tree that has been built. Needs dpkg-dev and file.
+# any build tree that has been built. A build with debug information gives a package of debug symbols besides. Needs
+# dpkg-dev, file and Python.
 
 # A host's own platform is packaged by the host, a part of another project together with that, and a static library
 # with whoever links it.
 if(GLEIGEM_PLATFORM_TARGET OR NOT PROJECT_IS_TOP_LEVEL OR NOT gleigem_library_type STREQUAL SHARED)
     return()
 endif()
+find_package(Python3 COMPONENTS Interpreter QUIET)
+if(NOT Python3_FOUND)
+    return()
+endif()
 
 get_target_property(interface_version gleigem SOVERSION)
-set(components Runtime Development)
-set(packages "libgleigem${interface_version}" libgleigem-dev)
-list(GET packages 0 runtime_package)
-list(GET packages 1 development_package)
+set(runtime_package "libgleigem${interface_version}")
+set(components Runtime Development Documentation)
+set(packages "${runtime_package}" libgleigem-dev gleigem-doc)
 
-# Only packages have these, each its own copy, as Debian asks for.
+# Only packages have these, each its own copy, as Debian asks for. The changelog comes to lie beside it.
+file(READ LICENSE license)
+file(CONFIGURE OUTPUT copyright CONTENT "Copyright (C) The gleigem developers\n\n@license@" @ONLY)
 foreach(component package IN ZIP_LISTS components packages)
     install(
-        FILES LICENSE
+        FILES "${PROJECT_BINARY_DIR}/copyright"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${package}"
-        RENAME copyright
         COMPONENT ${component} EXCLUDE_FROM_ALL)
+    string(TOUPPER ${component} variable)
+    set(CPACK_DEBIAN_${variable}_PACKAGE_NAME "${package}")
 endforeach()
+
+# The pages with the examples that they refer to, in the folders of the project, and the reference.
+set(documentation "${CMAKE_INSTALL_DATADIR}/doc/gleigem-doc")
+install(
+    FILES README.md SECURITY.md CHANGELOG.md
+    DESTINATION "${documentation}"
+    COMPONENT Documentation EXCLUDE_FROM_ALL)
+install(
+    DIRECTORY docs examples
+    DESTINATION "${documentation}"
+    COMPONENT Documentation EXCLUDE_FROM_ALL
+    PATTERN docs/reference EXCLUDE
+    PATTERN .clang-tidy EXCLUDE)
+if(TARGET gleigem_reference)
+    install(
+        CODE "execute_process(
+                  COMMAND \"${CMAKE_COMMAND}\" --build \"${PROJECT_BINARY_DIR}\" --target gleigem_reference
+                  OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)"
+        COMPONENT Documentation EXCLUDE_FROM_ALL)
+    install(
+        DIRECTORY "${PROJECT_BINARY_DIR}/html/"
+        DESTINATION "${documentation}/reference"
+        COMPONENT Documentation EXCLUDE_FROM_ALL)
+endif()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")
 set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
-set(CPACK_STRIP_FILES ON)
 set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/package/before_packing.cmake")
+set(CPACK_POST_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/package/after_packing.cmake")
+# What the scripts need.
+set(CPACK_GLEIGEM_PYTHON "${Python3_EXECUTABLE}")
+set(CPACK_GLEIGEM_CHANGELOG "${PROJECT_SOURCE_DIR}/CHANGELOG.md")
 # The project has no mailbox; who publishes packages says -DCPACK_PACKAGE_CONTACT="Name <address>".
 if(NOT CPACK_PACKAGE_CONTACT)
     set(CPACK_PACKAGE_CONTACT "The gleigem developers <gleigem@localhost>")
@@ -47,18 +81,20 @@ precise diagnostics, and keeps the entries in one list per scope, which
 refuses conflicts, enumerates what is visible and looks names up.
 .")
 
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME "${runtime_package}")
+# CPack strips what it takes the symbols from.
+if(CMAKE_BUILD_TYPE MATCHES "Deb")
+    set(CPACK_DEBIAN_RUNTIME_DEBUGINFO_PACKAGE ON)
+else()
+    set(CPACK_STRIP_FILES ON)
+endif()
+
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 # Where the platform is found while the dependencies of the library are worked out.
 get_target_property(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS gleigem_platform BINARY_DIR)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
-# The trigger has ldconfig called. CPack would add two scripts that call it as well, and Debian keeps the second
-# one after a removal; it adds none that are named here, and packs none that do not exist.
-set(control_files triggers postinst postrm)
-list(TRANSFORM control_files PREPEND "${CMAKE_CURRENT_LIST_DIR}/package/"
-     OUTPUT_VARIABLE CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${CMAKE_CURRENT_LIST_DIR}/package/triggers")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION
     "meaning of a language's import command, shared libraries
@@ -66,15 +102,22 @@ ${description}
 This package has the library and its reference platform.")
 
 # Without ICU's headers: only sources of the platform include them.
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME "${development_package}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "${runtime_package} (= ${PROJECT_VERSION}), librange-v3-dev")
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "gdb")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "gdb, gleigem-doc")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
     "meaning of a language's import command, development files
 ${description}
 This package has the headers, what CMake and pkg-config look for, and
 printers for gdb.")
+
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SECTION doc)
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_DOCUMENTATION_DESCRIPTION
+    "meaning of a language's import command, documentation
+${description}
+This package has the pages about it, the examples and, where Doxygen was at
+hand, the API reference.")
 
 include(CPack)

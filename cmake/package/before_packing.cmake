@@ -12,3 +12,16 @@ foreach(path IN LISTS paths)
         file(RPATH_REMOVE FILE "${path}")
     endif()
 endforeach()
+
+# Each package has the changelog, as Debian writes one.
+execute_process(
+    COMMAND "${CPACK_GLEIGEM_PYTHON}" "${CMAKE_CURRENT_LIST_DIR}/debian_changelog.py" "${CPACK_GLEIGEM_CHANGELOG}"
+            "${CPACK_PACKAGE_VERSION}" "${CPACK_PACKAGE_CONTACT}"
+    OUTPUT_VARIABLE changelog COMMAND_ERROR_IS_FATAL ANY)
+foreach(path IN LISTS paths)
+    if(path MATCHES "/share/doc/[^/]+/copyright$")
+        cmake_path(REPLACE_FILENAME path changelog)
+        file(WRITE "${path}" "${changelog}")
+        execute_process(COMMAND gzip -9 --no-name --force "${path}" COMMAND_ERROR_IS_FATAL ANY)
+    endif()
+endforeach()

@@ -11,6 +11,7 @@ demo_packages=(
     "libxxhash-dev       <xxhash.h>"
     "libcli11-dev        <CLI/CLI.hpp>"
     "nlohmann-json3-dev  <nlohmann/json.hpp>"
+    "python3             python3"
 )
 
 package_packages=(
@@ -18,6 +19,7 @@ package_packages=(
     "file                file"
     "pkgconf             pkg-config"
     "gdb                 gdb"
+    "lintian             lintian"
 )
 
 reference_packages=(

@@ -2,7 +2,9 @@
 """Looks into the Debian packages of a build: their files, what they ask of a machine, and what is in the libraries."""
 
 import argparse
+import gzip
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -55,23 +57,25 @@ class Packages(unittest.TestCase):
     def setUp(self):
         self.runtime = Package(f"libgleigem{options.soversion}")
         self.development = Package("libgleigem-dev")
+        self.documentation = Package("gleigem-doc")
+        self.packages = (self.runtime, self.development, self.documentation)
         self.libraries = [file for file in (options.unpacked / "usr/lib").rglob("*.so.*") if not file.is_symlink()]
 
-    def test_there_are_two(self):
-        self.assertEqual(len(list(options.packages.glob("*.deb"))), 2)
+    def test_there_are_no_others(self):
+        self.assertEqual({package.path for package in self.packages}, set(options.packages.glob("*.deb")))
 
     def test_hold_these_files_and_no_other(self):
         self.assertEqual(self.runtime.files(), listed("runtime"))
         self.assertEqual(self.development.files(), listed("development"))
 
     def test_belong_to_root_and_are_written_by_nobody_else(self):
-        for package in (self.runtime, self.development):
+        for package in self.packages:
             for mode, owner, path in package.entries():
                 expected = {"d": "drwxr-xr-x", "l": "lrwxrwxrwx", "-": "-rw-r--r--"}[mode[0]]
                 self.assertEqual((mode, owner), (expected, "root/root"), path)
 
     def test_describe_themselves(self):
-        for package, section in ((self.runtime, "libs"), (self.development, "libdevel")):
+        for package, section in zip(self.packages, ("libs", "libdevel", "doc")):
             self.assertEqual(package.field("Version"), options.version)
             self.assertEqual(package.field("Section"), section)
             self.assertEqual(package.field("Source"), "gleigem")
@@ -98,8 +102,47 @@ class Packages(unittest.TestCase):
             for library in ("libgleigem", "libgleigem_platform")
         ])
 
-    def test_development_runs_nothing(self):
-        self.assertEqual(set(self.development.control_files()), {"control", "md5sums"})
+    def test_the_others_run_nothing(self):
+        for package in (self.development, self.documentation):
+            self.assertEqual(set(package.control_files()), {"control", "md5sums"})
+
+    def test_documentation_serves_every_machine_and_holds_what_its_pages_refer_to(self):
+        self.assertEqual(self.documentation.field("Architecture"), "all")
+        folder = "usr/share/doc/gleigem-doc"
+        files = set(self.documentation.files())
+        self.assertLessEqual({f"{folder}/{page}" for page in ("README.md", "docs/rules.md")}, files)
+        for page in (options.unpacked / folder).rglob("*.md"):
+            for example in re.findall(r"\]\((?:\.\./)*(examples/[^)#]+)\)", page.read_text(encoding="utf-8")):
+                self.assertTrue((options.unpacked / folder / example).exists(), f"{page} refers to {example}")
+        self.assertEqual(f"{folder}/reference/index.html" in files, options.reference)
+
+    def test_have_the_changelog_of_this_version(self):
+        for package in self.packages:
+            path = options.unpacked / f"usr/share/doc/{package.name}/changelog.gz"
+            text = gzip.decompress(path.read_bytes()).decode()
+            self.assertTrue(text.startswith(f"gleigem ({options.version}) "))
+            self.assertIn("  * Added: The parser of `import` commands", text)
+            parsed = subprocess.run(["dpkg-parsechangelog", "--file", "-"], input=text, check=True, text=True,
+                                    capture_output=True)
+            self.assertEqual(parsed.stderr, "")
+            self.assertIn(f"Version: {options.version}\n", parsed.stdout)
+
+    def test_debug_symbols_are_those_of_the_packed_libraries(self):
+        symbols = list(options.packages.glob("*.ddeb"))
+        self.assertEqual(len(symbols), 1 if options.debug_symbols else 0)
+        if symbols:
+            packed = output_of("dpkg-deb", "--contents", symbols[0])
+            for library in self.libraries:
+                notes = output_of(options.readelf, "--notes", library)
+                build = re.search("Build ID: ([0-9a-f]{2})([0-9a-f]+)", notes)
+                self.assertIn(f"usr/lib/debug/.build-id/{build[1]}/{build[2]}.debug", packed)
+
+    @unittest.skipUnless(shutil.which("lintian"), "lintian is not here")
+    def test_lintian_finds_no_error(self):
+        # The project has no mailbox.
+        subprocess.run(["lintian", "--allow-root", "--fail-on", "error",
+                        "--suppress-tags", "bogus-mail-host,bogus-mail-host-in-debian-changelog",
+                        *(package.path for package in self.packages)], check=True)
 
     def test_libraries_have_no_search_path_and_are_stripped(self):
         self.assertEqual(len(self.libraries), 2)
@@ -121,6 +164,8 @@ def main():
         parser.add_argument(f"--{name}", type=Path, required=True)
     for name in ("version", "soversion", "readelf"):
         parser.add_argument(f"--{name}", required=True)
+    for name in ("debug-symbols", "reference"):
+        parser.add_argument(f"--{name}", action="store_true")
     parser.parse_args(namespace=options)
     unittest.main(argv=sys.argv[:1])
 
