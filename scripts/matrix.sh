@@ -19,6 +19,7 @@ declare -A variants=(
     [unity]="CMAKE_UNITY_BUILD=ON, with the unit tests"
     [debug-mode]="-D_GLIBCXX_DEBUG, with the unit tests"
     [makefiles]="Unix Makefiles"
+    [dh]="Debian's own way: dpkg-buildpackage with debhelper"
     [multi-config]="Ninja Multi-Config, Debug and Release installed side by side"
     [cxx23]="C++23 with -fvisibility=hidden"
     [parent]="a parent's own strict warnings as errors, the library added as a folder"
@@ -32,7 +33,7 @@ declare -A variants=(
     [windows-static]="the same as static libraries"
 )
 
-unit_tests=(gleigem_tests gleigem_internal_tests gleigem_platform_tests gleigem_abi_tests)
+unit_tests=(gleigem_tests gleigem_internal_tests gleigem_platform_tests gleigem_abi_tests gleigem_host_tests)
 bare=(-DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_TOOLS=OFF)
 tested=(-DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_TOOLS=OFF)
 
@@ -102,8 +103,18 @@ variant_ipo() { shared_library -DCMAKE_INTERPROCEDURAL_OPTIMIZATION=ON; }
 variant_makefiles() { generator="Unix Makefiles" shared_library; }
 variant_cxx23() { shared_library -DCMAKE_CXX_STANDARD=23 -DCMAKE_CXX_FLAGS=-fvisibility=hidden; }
 variant_unity() { unit_tested -DCMAKE_UNITY_BUILD=ON && check_exported_names; }
-variant_debug-mode() { unit_tested -DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG && check_exported_names; }
 
+# Containers of this mode are other types, so GoogleTest is built in it, too, and the tests of the platform and the
+# host kit are left out, which need a RapidCheck that Debian has in one mode only.
+variant_debug-mode() {
+    [[ -e /usr/src/googletest ]] || skip "the sources of GoogleTest are not here (googletest)"
+    cmake -S /usr/src/googletest -B "$tree/googletest" -G Ninja -DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG \
+        -DCMAKE_INSTALL_PREFIX="$tree/googletest/prefix"
+    cmake --build "$tree/googletest" --target install
+    unit_tests=(gleigem_tests gleigem_internal_tests gleigem_abi_tests)
+    unit_tested -DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG -DCMAKE_PREFIX_PATH="$tree/googletest/prefix"
+    check_exported_names
+}
 variant_clang-lto() {
     local clang
     clang=$(newest clang++) || skip "no clang++ is here"
@@ -141,6 +152,33 @@ variant_multi-config() {
     readelf --dynamic "$tree/Debug/consumer" | grep 'libgleigem-debug\.so'
 }
 
+# The packages remember nothing of the folder that they were built in; lintian and a user see no error in them.
+variant_dh() {
+    need dpkg-buildpackage dh lintian
+    source=$tree/gleigem-0.1.0
+    rm -rf "$tree"
+    mkdir -p "$source"
+    git archive HEAD | tar --extract --directory "$source"
+    cp -r tests/packaging/dh/debian "$source"
+    cp LICENSE "$source/debian/copyright"
+    /usr/bin/python3 cmake/package/debian_changelog.py CHANGELOG.md 0.1.0 \
+        "$(sed -n 's/^Maintainer: //p' "$source/debian/control")" >"$source/debian/changelog"
+    (cd "$source" && dpkg-buildpackage --build=binary --no-sign)
+    lintian --allow-root --fail-on error --suppress-tags bogus-mail-host,bogus-mail-host-in-debian-changelog \
+        "$tree"/*.deb
+
+    local package
+    for package in "$tree"/libgleigem*_*.deb; do
+        dpkg-deb --extract "$package" "$tree/root"
+    done
+    if grep --recursive --fixed-strings "$source" "$tree/root"; then
+        return 1
+    fi
+    cmake -S tests/packaging/consumer -B "$tree/consumer" -G Ninja -DCMAKE_PREFIX_PATH="$tree/root/usr"
+    cmake --build "$tree/consumer"
+    LD_LIBRARY_PATH=$(dirname "$(find "$tree/root" -name libgleigem.so)") "$tree/consumer/consumer"
+}
+
 variant_parent() {
     source=tests/packaging/consumer
     configure -DGLEIGEM_SOURCE_DIR="$PWD" \
@@ -173,7 +211,8 @@ set_cross() {
 
 cross() {
     set_cross "$@"
-    unit_tested "${cross_options[@]}"
+    unit_tested "${cross_options[@]}" -DGLEIGEM_BUILD_EXAMPLES=ON
+    cmake --build "$tree" --target front_end quick_start
     check_exported_names
 }
 
