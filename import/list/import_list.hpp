@@ -70,6 +70,9 @@ class ImportList final : public IImportList {
     /// This list and its ancestors.
     ListChain chain() const noexcept { return ListChain(this); }
 
+    /// The chain without this list.
+    ListChain ancestors() const noexcept { return ListChain(enclosing); }
+
     /// The next list of the chain, or null.
     ImportList const* enclosingList() const noexcept { return enclosing; }
 
@@ -94,12 +97,9 @@ class ImportList final : public IImportList {
     /// The first entry of one kind that introduces \p name, or null.
     template <typename Entry>
     Entry const* findOwn(NameKey const& name) const noexcept {
-        return indexByName<Entry>().mayHold(name) ? probe<Entry>(name) : nullptr;
-    }
-
-    /// The same for a name that the filter lets pass.
-    template <typename Entry>
-    Entry const* probe(NameKey const& name) const noexcept {
+        if (!indexByName<Entry>().mayHold(name)) {
+            return nullptr;
+        }
         auto const& entries = ownEntries<Entry>();
         EntryPosition const place = indexByName<Entry>().find(name.hash, [&](EntryPosition each) {
             return isSame(entries[each.position()].entry.getIntroducedName(), name.text);

@@ -53,13 +53,18 @@ class ListChain {
     ListChain(ImportList const* first, ImportList const* last) noexcept
         : innermost(first), beyond(last) {}
 
-    Iterator begin() const noexcept { return Iterator(innermost); }
+    /// From \p first outward to the end.
+    explicit ListChain(Iterator first) noexcept : innermost(first) {}
 
-    Iterator end() const noexcept { return Iterator(beyond); }
+    bool isEmpty() const noexcept { return innermost == beyond; }
+
+    Iterator begin() const noexcept { return innermost; }
+
+    Iterator end() const noexcept { return beyond; }
 
   private:
-    ImportList const* innermost;
-    ImportList const* beyond = nullptr;
+    Iterator innermost;
+    Iterator beyond;
 };
 
 } // namespace lf::import

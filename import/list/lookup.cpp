@@ -10,6 +10,7 @@
 #include <import/list/foreign_results.hpp>
 #include <import/list/import_list.hpp>
 
+#include <algorithm>
 #include <exception>
 #include <memory>
 #include <utility>
@@ -52,24 +53,21 @@ struct FullyQualifiedLookup {
     }
 };
 
-// The first list from \p list outward whose filter lets the name pass, or null.
+// \p lists from the first one whose filter lets the name pass.
 template <typename Entry>
-ImportList const* firstThatMayHold(ImportList const* list, NameKey const& name) noexcept {
-    while (list != nullptr && !list->indexByName<Entry>().mayHold(name)) {
-        list = list->enclosingList();
-    }
-    return list;
+ListChain fromFirstThatMayHold(ListChain lists, NameKey const& name) noexcept {
+    auto const first = std::ranges::find_if(
+        lists, [&](ImportList const& list) { return list.indexByName<Entry>().mayHold(name); });
+    return ListChain(first);
 }
 
-// The entry of the nearest list that has one, from \p candidate outward, or null. The filter of
-// \p candidate must let the name pass.
+// The entry of the nearest of \p lists that has one, or null.
 template <typename Entry>
-Entry const* findInChain(ImportList const* candidate, NameKey const& name) noexcept {
-    while (candidate != nullptr) {
-        if (auto const* const entry = candidate->probe<Entry>(name)) {
+Entry const* findInChain(ListChain lists, NameKey const& name) noexcept {
+    for (ImportList const& list : lists) {
+        if (auto const* const entry = list.findOwn<Entry>(name)) {
             return entry;
         }
-        candidate = firstThatMayHold<Entry>(candidate->enclosingList(), name);
     }
     return nullptr;
 }
@@ -91,8 +89,7 @@ std::optional<typename Kind::Found> walkOutward(Share const* foreign, NameKey co
         }
         held = (*foreign)->getParent();
         ImportList const* const list = asImportList(held.get());
-        auto const* const candidate = firstThatMayHold<typename Kind::Entry>(list, name);
-        if (auto const* const entry = findInChain<typename Kind::Entry>(candidate, name)) {
+        if (auto const* const entry = findInChain<typename Kind::Entry>(ListChain(list), name)) {
             return Kind::found(*entry, EntryOrigin::Ancestor);
         }
         foreign = list != nullptr ? &list->foreignAncestor() : &held;
@@ -131,11 +128,11 @@ std::optional<typename Kind::Found> findBeyond(Share const& foreign, NameKey con
 // they answer does not set up a frame for it.
 template <typename Kind>
 [[gnu::noinline]] std::optional<typename Kind::Found>
-lookUpFrom(ImportList const& asked, ImportList const* candidate, std::u16string_view text,
-           NameHash hash, CheckAncestorList check) {
+lookUpFrom(ImportList const& asked, ListChain candidates, std::u16string_view text, NameHash hash,
+           CheckAncestorList check) {
     using Entry = typename Kind::Entry;
     NameKey const name(text, hash);
-    if (candidate == &asked) {
+    if (candidates.begin() == asked.chain().begin()) {
         if (auto const* const entry = asked.findOwn<Entry>(name)) {
             return Kind::found(*entry, EntryOrigin::ThisList);
         }
@@ -143,9 +140,9 @@ lookUpFrom(ImportList const& asked, ImportList const* candidate, std::u16string_
             asked.findOwn<typename Kind::HidingEntry>(name) != nullptr) {
             return std::nullopt;
         }
-        candidate = firstThatMayHold<Entry>(asked.enclosingList(), name);
+        candidates = asked.ancestors();
     }
-    if (auto const* const entry = findInChain<Entry>(candidate, name)) {
+    if (auto const* const entry = findInChain<Entry>(candidates, name)) {
         return Kind::found(*entry, EntryOrigin::Ancestor);
     }
     Share const& foreign = asked.foreignAncestor();
@@ -155,18 +152,18 @@ lookUpFrom(ImportList const& asked, ImportList const* candidate, std::u16string_
 template <typename Kind>
 std::optional<typename Kind::Found> lookUp(ImportList const& asked, NameKey const& name,
                                            CheckAncestorList check) {
-    ImportList const* candidate = &asked;
+    ListChain candidates = asked.chain();
     if (!asked.indexByName<typename Kind::Entry>().mayHold(name) &&
         !asked.indexByName<typename Kind::HidingEntry>().mayHold(name)) {
         if (check != CheckAncestorList::Yes) {
             return std::nullopt;
         }
-        candidate = firstThatMayHold<typename Kind::Entry>(asked.enclosingList(), name);
-        if (candidate == nullptr && asked.foreignAncestor() == nullptr) {
+        candidates = fromFirstThatMayHold<typename Kind::Entry>(asked.ancestors(), name);
+        if (candidates.isEmpty() && asked.foreignAncestor() == nullptr) {
             return std::nullopt;
         }
     }
-    return lookUpFrom<Kind>(asked, candidate, name.text, name.hash, check);
+    return lookUpFrom<Kind>(asked, candidates, name.text, name.hash, check);
 }
 
 } // namespace
