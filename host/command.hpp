@@ -84,7 +84,7 @@ inline Behavior settle(Behavior behavior) {
 
 template <ValidEntry Entry>
 CommandItem toItem(Entry&& entry, ImportArgumentIndex argument) {
-    return CommandEntry{std::move(entry), argument, argument};
+    return CommandEntry{std::forward<Entry>(entry), argument, argument};
 }
 
 inline CommandItem toItem(InvalidImportEntry&& entry, ImportArgumentIndex argument) {
