@@ -14,9 +14,10 @@
 #include <import/messages.hpp>
 
 #include <algorithm>
+#include <array>
 #include <concepts>
 #include <cstddef>
-#include <iterator>
+#include <limits>
 #include <list>
 #include <map>
 #include <memory>
@@ -105,6 +106,13 @@ struct Resolution {
     /// found as a member of the package `net.http`. Imports say nothing about the other segments.
     std::size_t numberOfSegments = 1;
 };
+
+/// As a number of imports: all of them.
+inline constexpr std::size_t withoutLimit = std::numeric_limits<std::size_t>::max();
+
+/// A leading part of a dotted name is looked up if it has at most so many segments, so that a use
+/// takes time in proportion to its length.
+inline constexpr std::size_t mostSegmentsOfPrefix = 32;
 
 namespace detail {
 
@@ -214,42 +222,43 @@ class Scope {
     }
 
     /// The imports that a used name may come from. For a dotted name, the longest leading part that
-    /// an import introduces; only packages introduce several segments.
-    Resolution resolve(std::u16string_view usedName) const {
+    /// an import introduces, of at most mostSegmentsOfPrefix segments unless it is the whole name;
+    /// only packages introduce several segments.
+    ///
+    /// \param mostWildcards how many wildcards the result has at most. Others are not visited, so
+    /// that a use does not take time for each visible wildcard.
+    Resolution resolve(std::u16string_view usedName,
+                       std::size_t mostWildcards = withoutLimit) const {
         std::u16string_view name = usedName;
-        std::size_t longest = name.size();
         while (true) {
-            if (name.size() <= longest) {
-                if (std::vector<ScopedImport> found = find(name); !found.empty()) {
-                    return {std::move(found), {}, numberOfSegmentsOf(name)};
-                }
+            if (std::vector<ScopedImport> found = find(name); !found.empty()) {
+                return {std::move(found), {}, numberOfSegmentsOf(name)};
             }
             std::size_t const dot = name.rfind(u'.');
             if (dot == std::u16string_view::npos) {
-                return {{}, visible(ImportKind::Wildcard), 1};
+                return {{}, visible(ImportKind::Wildcard, mostWildcards), 1};
             }
-            if (name.size() == usedName.size()) {
-                longest = longestVisibleName();
-            }
-            name = name.substr(0, dot);
+            bool const isWhole = name.size() == usedName.size();
+            name = isWhole ? longestPrefixToTry(name.substr(0, dot)) : name.substr(0, dot);
         }
     }
 
     /// The same for a name in UTF-8.
-    Resolution resolve(std::string_view usedName) const {
-        return resolve(Utf16Text(usedName).view());
+    Resolution resolve(std::string_view usedName, std::size_t mostWildcards = withoutLimit) const {
+        return resolve(Utf16Text(usedName).view(), mostWildcards);
     }
 
-    /// The visible imports of one kind: those of this scope in the order of addition, then those of
-    /// its parent, and so on, as the getters of IImportList enumerate them.
-    std::vector<ScopedImport> visible(ImportKind kind) const {
+    /// The visible imports of one kind, but at most the first \p most: those of this scope in the
+    /// order of addition, then those of its parent, and so on, as the getters of IImportList
+    /// enumerate them.
+    std::vector<ScopedImport> visible(ImportKind kind, std::size_t most = withoutLimit) const {
         switch (kind) {
         case ImportKind::Package:
-            return visibleOfType<PackageImportEntry>();
+            return visibleOfType<PackageImportEntry>(most);
         case ImportKind::FullyQualified:
-            return visibleOfType<FullyQualifiedImportEntry>();
+            return visibleOfType<FullyQualifiedImportEntry>(most);
         case ImportKind::Wildcard:
-            return visibleOfType<WildcardImportEntry>();
+            return visibleOfType<WildcardImportEntry>(most);
         }
         return {};
     }
@@ -285,11 +294,14 @@ class Scope {
     /// An index holds the first of several imports with the same key.
     struct Contents {
         std::list<Import> imports;
+        /// Indexed by ImportKind, each in the order of addition.
+        std::array<std::list<Import const*>, std::variant_size_v<ImportEntry>> importsOfKind;
         Index packagesByName;
         Index namesByName;
         Index dottedByText;
         Index dottedByRoot;
-        std::size_t longestName = 0;
+        /// Of the introduced name with the most.
+        std::size_t mostSegments = 0;
 
         Contents() = default;
 
@@ -298,7 +310,8 @@ class Scope {
             imports.push_back(std::move(imported));
             Import const& only = imports.front();
             std::visit([&](auto const& entry) { enter(entry, &only); }, only.entry);
-            longestName = introducedNameOf(only.entry).size();
+            importsOfKind[only.entry.index()].push_back(&only);
+            mostSegments = numberOfSegmentsOf(introducedNameOf(only.entry));
         }
 
         void enter(PackageImportEntry const& entry, Import const* imported) {
@@ -323,11 +336,14 @@ class Scope {
         /// Moves the contents of \p more into this. Allocates nothing, so that it cannot fail.
         void append(Contents& more) noexcept {
             imports.splice(imports.end(), more.imports);
+            for (std::size_t kind = 0; kind < importsOfKind.size(); ++kind) {
+                importsOfKind[kind].splice(importsOfKind[kind].end(), more.importsOfKind[kind]);
+            }
             packagesByName.merge(more.packagesByName);
             namesByName.merge(more.namesByName);
             dottedByText.merge(more.dottedByText);
             dottedByRoot.merge(more.dottedByRoot);
-            longestName = std::max(longestName, more.longestName);
+            mostSegments = std::max(mostSegments, more.mostSegments);
         }
     };
 
@@ -444,52 +460,103 @@ class Scope {
         }
     }
 
-    std::size_t longestVisibleName() const noexcept {
-        std::size_t longest = 0;
+    /// \p prefix, cut to as many segments as a visible import introduces and as are to be tried.
+    std::u16string_view longestPrefixToTry(std::u16string_view prefix) const noexcept {
+        std::size_t segments = 1;
         for (Scope const* scope = this; scope != nullptr; scope = scope->parent.get()) {
-            longest = std::max(longest, scope->contents.longestName);
+            segments = std::max(segments, scope->contents.mostSegments);
         }
-        return longest;
+        std::size_t end = 0;
+        for (segments = std::min(segments, mostSegmentsOfPrefix); segments > 0; --segments) {
+            end = prefix.find(u'.', end);
+            if (end == std::u16string_view::npos) {
+                return prefix;
+            }
+            ++end;
+        }
+        return prefix.substr(0, end - 1);
     }
 
     // Enumerating: the visible entries are a subsequence of all entries of the chain.
 
+    /// The entries of one kind that the lists of the chain store, each with its import. They are
+    /// read only as far as is asked.
     template <typename Entry>
-    using Pair = std::pair<Entry const*, ScopedImport>;
+    class StoredEntries {
+      public:
+        explicit StoredEntries(Scope const& innermost) { open(&innermost); }
 
-    /// The stored entries of one kind of all scopes outward, each with its import.
-    template <typename Entry>
-    std::vector<Pair<Entry>> allOfType() const {
-        std::vector<Pair<Entry>> pairs;
-        std::size_t distance = 0;
-        for (Scope const* scope = this; scope != nullptr; scope = scope->parent.get()) {
-            std::list<Import> const& imports = scope->contents.imports;
-            auto imported = imports.begin();
-            for (Entry const& entry : detail::entriesOf<Entry>(*scope->list, Check::No)) {
-                imported = std::find_if(imported, imports.end(), [](Import const& candidate) {
-                    return std::holds_alternative<Entry>(candidate.entry);
-                });
-                if (imported == imports.end()) {
-                    break;
+        /// The import of \p entry; nothing if no list stores it. Entries are asked for in their
+        /// order.
+        std::optional<ScopedImport> find(Entry const& entry) {
+            for (std::size_t index = next; index < stored.size() || readOne(); ++index) {
+                if (stored[index].first == &entry) {
+                    next = index + 1;
+                    return stored[index].second;
                 }
-                pairs.emplace_back(&entry, ScopedImport{&*imported++, distance});
             }
-            ++distance;
+            return std::nullopt;
         }
 
-        return pairs;
-    }
+      private:
+        using Entries =
+            decltype(detail::entriesOf<Entry>(std::declval<IImportList const&>(), Check::No));
+
+        bool readOne() {
+            while (scope != nullptr) {
+                if (hasOne()) {
+                    stored.emplace_back(&*position, ScopedImport{*imported, distance});
+                    ++position;
+                    ++imported;
+                    return true;
+                }
+                open(scope->parent.get());
+                ++distance;
+            }
+            return false;
+        }
+
+        bool hasOne() { return imported != importsOf(*scope).end() && position != entries->end(); }
+
+        /// A list without entries of this kind is not asked for them.
+        void open(Scope const* opened) {
+            scope = opened;
+            if (scope == nullptr) {
+                return;
+            }
+            imported = importsOf(*scope).begin();
+            if (imported != importsOf(*scope).end()) {
+                entries.emplace(detail::entriesOf<Entry>(*scope->list, Check::No));
+                position = entries->begin();
+            }
+        }
+
+        static std::list<Import const*> const& importsOf(Scope const& owner) noexcept {
+            return owner.contents.importsOfKind[static_cast<std::size_t>(kindOfType<Entry>)];
+        }
+
+        Scope const* scope = nullptr;
+        std::size_t distance = 0;
+        typename std::list<Import const*>::const_iterator imported;
+        std::optional<Entries> entries;
+        decltype(std::declval<Entries&>().begin()) position;
+        std::vector<std::pair<Entry const*, ScopedImport>> stored;
+        std::size_t next = 0;
+    };
 
     template <typename Entry>
-    std::vector<ScopedImport> visibleOfType() const {
+    std::vector<ScopedImport> visibleOfType(std::size_t most) const {
         std::vector<ScopedImport> result;
-        auto const all = allOfType<Entry>();
-        auto next = all.begin();
+        if (most == 0) {
+            return result;
+        }
+        StoredEntries<Entry> stored(*this);
         for (Entry const& entry : detail::entriesOf<Entry>(*list, Check::Yes)) {
-            auto const found = std::ranges::find(next, all.end(), &entry, &Pair<Entry>::first);
-            if (found != all.end()) {
-                result.push_back(found->second);
-                next = std::next(found);
+            if (auto const imported = stored.find(entry)) {
+                result.push_back(*imported);
+                if (result.size() == most) {
+                    break;
+                }
             }
         }
         return result;

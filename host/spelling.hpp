@@ -7,10 +7,11 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string_view>
-#include <utility>
 
 namespace lf::import::host {
 
@@ -22,30 +23,65 @@ inline constexpr std::size_t mostComparedNames = 256;
 
 namespace detail {
 
-/// How many changes turn \p left into \p right. Neither is longer than longestComparedName.
-inline std::size_t distanceBetween(std::u16string_view left, std::u16string_view right) noexcept {
-    using Row = std::array<std::size_t, longestComparedName + 1>;
-    Row beforeLast{};
-    Row last{};
-    Row current{};
-    for (std::size_t column = 0; column <= right.size(); ++column) {
-        current[column] = column;
-    }
-    for (std::size_t row = 1; row <= left.size(); ++row) {
-        beforeLast = std::exchange(last, current);
-        current[0] = row;
-        for (std::size_t column = 1; column <= right.size(); ++column) {
-            bool const isSame = left[row - 1] == right[column - 1];
-            std::size_t const replaced = last[column - 1] + (isSame ? 0U : 1U);
-            current[column] = std::min({last[column] + 1, current[column - 1] + 1, replaced});
-            if (row > 1 && column > 1 && left[row - 1] == right[column - 2] &&
-                left[row - 2] == right[column - 1]) {
-                current[column] = std::min(current[column], beforeLast[column - 2] + 1);
+/// Counts the changes that turn other names into one name.
+///
+/// The distances of all prefixes form a table. Neighbours in a column differ by -1, 0 or 1, so two
+/// words of bits hold a column, and each unit of the other name takes a few operations for a whole
+/// column.
+class NameDistance {
+  public:
+    /// \p name has at least one unit and at most longestComparedName.
+    explicit constexpr NameDistance(std::u16string_view name) noexcept : size(name.size()) {
+        for (std::size_t index = 0; index < name.size(); ++index) {
+            letters[index] = name[index];
+            if (name[index] < positionsOfAscii.size()) {
+                positionsOfAscii[name[index]] |= Bits{1} << index;
             }
         }
     }
-    return current[right.size()];
-}
+
+    constexpr std::size_t to(std::u16string_view other) const noexcept {
+        Bits const lastRow = Bits{1} << (size - 1);
+        Bits rises = ~Bits{0};
+        Bits falls = 0;
+        Bits diagonals = 0;
+        Bits positionsBefore = 0;
+        std::size_t distance = size;
+        for (char16_t const unit : other) {
+            Bits const positions = positionsOf(unit);
+            Bits const swapped = ((~diagonals & positions) << 1U) & positionsBefore;
+            diagonals = (((positions & rises) + rises) ^ rises) | positions | falls | swapped;
+            Bits const risesAcross = falls | ~(diagonals | rises);
+            Bits const fallsAcross = diagonals & rises;
+            distance += (risesAcross & lastRow) != 0 ? 1 : 0;
+            distance -= (fallsAcross & lastRow) != 0 ? 1 : 0;
+            rises = (fallsAcross << 1U) | ~(diagonals | (risesAcross << 1U) | 1U);
+            falls = ((risesAcross << 1U) | 1U) & diagonals;
+            positionsBefore = positions;
+        }
+        return distance;
+    }
+
+  private:
+    /// A bit for each unit of the name.
+    using Bits = std::uint64_t;
+    static_assert(longestComparedName <= std::numeric_limits<Bits>::digits);
+
+    constexpr Bits positionsOf(char16_t unit) const noexcept {
+        if (unit < positionsOfAscii.size()) {
+            return positionsOfAscii[unit];
+        }
+        Bits positions = 0;
+        for (std::size_t index = 0; index < size; ++index) {
+            positions |= Bits{letters[index] == unit ? 1U : 0U} << index;
+        }
+        return positions;
+    }
+
+    std::size_t size;
+    std::array<char16_t, longestComparedName> letters{};
+    std::array<Bits, 128> positionsOfAscii{};
+};
 
 } // namespace detail
 
@@ -55,9 +91,10 @@ inline std::size_t distanceBetween(std::u16string_view left, std::u16string_view
 inline std::optional<std::size_t>
 findNearestSpelling(std::u16string_view name,
                     std::span<std::u16string_view const> candidates) noexcept {
-    if (name.size() > longestComparedName) {
+    if (name.empty() || name.size() > longestComparedName) {
         return std::nullopt;
     }
+    detail::NameDistance const distanceFromName(name);
     std::optional<std::size_t> nearest;
     // Candidates with this many changes or more are rejected.
     std::size_t bound = (name.size() + 2) / 3 + 1;
@@ -67,7 +104,7 @@ findNearestSpelling(std::u16string_view name,
         if (longer > longestComparedName || longer - shorter >= bound) {
             continue;
         }
-        std::size_t const distance = detail::distanceBetween(name, candidate);
+        std::size_t const distance = distanceFromName.to(candidate);
         if (distance < bound && distance < longer) {
             bound = distance;
             nearest = index;

@@ -38,6 +38,13 @@ enum class ImportKind : std::uint8_t {
     Wildcard,
 };
 
+/// The kind of a type of entries.
+template <ValidEntry Entry>
+inline constexpr ImportKind kindOfType =
+    std::same_as<Entry, PackageImportEntry>          ? ImportKind::Package
+    : std::same_as<Entry, FullyQualifiedImportEntry> ? ImportKind::FullyQualified
+                                                     : ImportKind::Wildcard;
+
 /// The kind of \p entry, which must not be valueless.
 inline ImportKind kindOf(ImportEntry const& entry) noexcept {
     return static_cast<ImportKind>(entry.index());

@@ -244,6 +244,30 @@ TEST_F(NestedScopes, ResolveADottedNameWithoutEndInReasonableTime) {
     EXPECT_EQ(inner->resolve(name).numberOfSegments, 2U);
 }
 
+TEST_F(NestedScopes, ResolvePrefixesOfUpToANumberOfSegments) {
+    std::u16string name = u"a";
+    for (std::size_t count = 1; count < mostSegmentsOfPrefix; ++count) {
+        name += u".a";
+    }
+    store(*outer, makePackage(name), 1);
+    EXPECT_EQ(inner->resolve(name + u".x.y").numberOfSegments, mostSegmentsOfPrefix);
+    store(*middle, makePackage(name + u".x"), 2);
+    EXPECT_EQ(inner->resolve(name + u".x.y").numberOfSegments, mostSegmentsOfPrefix)
+        << "a longer one is not tried";
+    EXPECT_EQ(inner->resolve(name + u".x").numberOfSegments, mostSegmentsOfPrefix + 1)
+        << "unless it is the whole name";
+}
+
+TEST_F(NestedScopes, ResolveToAsManyWildcardsAsAreWanted) {
+    store(*outer, makeWildcard(u"a.*"), 1);
+    store(*inner, makeWildcard(u"b.*"), 2);
+    store(*inner, makeWildcard(u"c.*"), 3);
+    EXPECT_THAT(describe(inner->resolve(u"x", 2).wildcards),
+                ElementsAre("b.* at 2, 0 out", "c.* at 3, 0 out"));
+    EXPECT_THAT(describe(inner->resolve("x", 3).wildcards).back(), "a.* at 1, 2 out");
+    EXPECT_THAT(inner->resolve("x", 0).wildcards, IsEmpty());
+}
+
 // What is visible, hidden and unreached.
 
 TEST_F(NestedScopes, ShowWhatIsVisibleOutward) {
