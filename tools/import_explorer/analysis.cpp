@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/analysis.hpp>
 
+#include <import_explorer/import_scopes.hpp>
 #include <import_explorer/message_catalogue.hpp>
-#include <import_explorer/scope_lists.hpp>
+#include <import_explorer/reached_wildcards.hpp>
 #include <import_explorer/scope_views.hpp>
-#include <import_explorer/spelling.hpp>
 #include <import_explorer/syntax_tree.hpp>
-#include <import_explorer/utf8.hpp>
+
+#include <host/command.hpp>
+#include <host/overloaded.hpp>
+#include <host/spelling.hpp>
 
 #include <import/import.hpp>
 
+#include <range/v3/view/reverse.hpp>
+
 #include <algorithm>
-#include <iterator>
-#include <memory>
-#include <span>
-#include <sstream>
-#include <type_traits>
 #include <utility>
 #include <variant>
 
@@ -24,55 +24,35 @@ namespace explorer {
 namespace {
 
 using fl::i18n::ustring_to_utf8;
+using lf::import::host::CommandDiagnostic;
+using lf::import::host::CommandEntry;
+using lf::import::host::Overloaded;
 
-template <typename Entry>
-std::string render(Entry const& entry) {
-    std::ostringstream stream;
-    stream << entry;
-    return std::move(stream).str();
-}
-
-constexpr EntryKind kindOf(lf::import::FullyQualifiedImportEntry const& /*entry*/) noexcept {
-    return EntryKind::Name;
-}
-
-constexpr EntryKind kindOf(lf::import::WildcardImportEntry const& /*entry*/) noexcept {
-    return EntryKind::Wildcard;
-}
-
-constexpr EntryKind kindOf(lf::import::PackageImportEntry const& /*entry*/) noexcept {
-    return EntryKind::Package;
-}
-
-template <typename Entry>
-AnalysedEntry describeEntry(Entry const& entry) {
+AnalysedEntry describe(CommandEntry const& parsed) {
     AnalysedEntry described;
-    described.kind = kindOf(entry);
-    described.text = render(entry);
-    if constexpr (requires { entry.getIntroducedName(); }) {
-        described.introducedName = ustring_to_utf8(entry.getIntroducedName());
-    }
-    if constexpr (requires { entry.getRootElement(); }) {
-        described.rootElement = ustring_to_utf8(entry.getRootElement());
-    }
+    described.kind = lf::import::host::kindOf(parsed.entry);
+    described.text = lf::import::host::toUtf8(parsed.entry);
+    described.argument = static_cast<std::size_t>(parsed.argument);
+    std::visit(
+        [&](auto const& entry) {
+            if constexpr (requires { entry.getIntroducedName(); }) {
+                described.introducedName = ustring_to_utf8(entry.getIntroducedName());
+            }
+            if constexpr (requires { entry.getRootElement(); }) {
+                described.rootElement = ustring_to_utf8(entry.getRootElement());
+            }
+        },
+        parsed.entry);
     return described;
 }
-
-struct ToUtf8 {
-    std::string operator()(std::uint64_t value) const { return std::to_string(value); }
-
-    std::string operator()(std::string const& text) const { return text; }
-
-    std::string operator()(std::u16string const& text) const { return ustring_to_utf8(text); }
-};
 
 Diagnostic describe(resource_core::BaseMsgID const& message) {
     Diagnostic diagnostic;
     diagnostic.severity = lf::import::severityOf(message.key);
     diagnostic.key = message.key;
-    diagnostic.words = wordsFor(message.key);
+    diagnostic.words = messageCatalogue.wordsFor(message.key).value();
     for (resource_core::MsgArgument const& argument : message.arguments) {
-        diagnostic.arguments.push_back(std::visit(ToUtf8(), argument));
+        diagnostic.arguments.push_back(lf::import::host::argumentToUtf8(argument));
     }
     return diagnostic;
 }
@@ -87,32 +67,57 @@ std::vector<AnalysedScope> describe(std::vector<Scope>&& scopes) {
     return result;
 }
 
-std::string_view firstElementOf(std::string_view name) {
-    return name.substr(0, name.find('.'));
+/// `a.b` are the first two elements of `a.b.c`.
+std::string_view firstElementsOf(std::string_view name, std::size_t count) {
+    std::size_t end = name.find('.');
+    while (--count > 0 && end != std::string_view::npos) {
+        end = name.find('.', end + 1);
+    }
+    return name.substr(0, end);
 }
 
-/// Collects what becomes of a file's statements, one after the other.
+/// The names that \p scope and those around it introduce, the nearest and latest first.
+std::vector<std::u16string_view> introducedNames(ImportScope const& scope, std::size_t most) {
+    std::vector<std::u16string_view> names;
+    for (ImportScope const* each = &scope; each != nullptr; each = each->getParent().get()) {
+        for (ImportScope::Import const& imported : ranges::views::reverse(each->imports())) {
+            if (names.size() == most) {
+                return names;
+            }
+            if (imported.kind() != EntryKind::Wildcard) {
+                names.push_back(lf::import::host::introducedNameOf(imported.entry));
+            }
+        }
+    }
+    return names;
+}
+
+/// Collects the results of a file's statements, one after the other.
 class Analysis {
   public:
-    /// \param lists where the entries go, or null.
-    Analysis(AnalysedFile& target, ScopeLists* scopeLists, lf::import::Behavior chosen)
-        : file(target), lists(scopeLists), behavior(chosen) {}
+    /// \param scopes where the entries go; without any, they are only described.
+    Analysis(AnalysedFile& target, ImportScopes const& scopes, lf::import::Behavior chosen)
+        : file(target), importScopes(scopes), wildcards(target.scopes), behavior(chosen) {}
 
     void operator()(ImportCommand&& command) {
-        bool const isListed = enter(command.scope);
+        enter(command.scope);
         SyntaxTree tree;
-        auto const parser = lf::import::createImportArgumentParser(tree.add(command), behavior);
-        std::vector<lf::import::ParsedImportEntry> parsed = parser->parse();
+        auto items = lf::import::host::readCommand(tree.add(command), behavior);
         file.commands.push_back({std::move(command), {}});
-        file.commands.back().entries.reserve(parsed.size());
-        for (lf::import::ParsedImportEntry& each : parsed) {
-            std::visit([&](auto& result) { add(std::move(result.first), result.second, isListed); },
-                       each);
+        file.commands.back().entries.reserve(items.size());
+        for (lf::import::host::CommandItem& item : items) {
+            std::visit(Overloaded{[this](CommandEntry& parsed) { add(parsed); },
+                                  [this](CommandDiagnostic const& diagnostic) {
+                                      report(diagnostic.message,
+                                             static_cast<std::size_t>(diagnostic.argument), {});
+                                  }},
+                       item);
         }
     }
 
     void operator()(UseOfName&& use) {
-        if (!enter(use.scope)) {
+        enter(use.scope);
+        if (current == nullptr) {
             return;
         }
         AnalysedUse analysed;
@@ -126,49 +131,49 @@ class Analysis {
     }
 
     void markReachedWildcards() {
-        for (EntryReference const& reference : lists->reachedWildcards()) {
+        for (EntryReference const& reference : wildcards.finish()) {
             markUsed(reference);
         }
     }
 
   private:
-    /// Whether there is a list for \p scope, which is asked from now on.
-    bool enter(ScopeIndex scope) {
-        if (lists == nullptr || lists->listOf(scope) == nullptr) {
-            return false;
-        }
-        lists->enter(scope);
-        return true;
-    }
-
-    template <typename Entry>
-    void add(Entry&& entry, std::size_t argument, bool isListed) {
-        std::vector<AnalysedEntry>& entries = file.commands.back().entries;
-        entries.push_back(describeEntry(entry));
-        entries.back().argument = argument;
-        if (isListed) {
-            addToList(std::forward<Entry>(entry));
+    void enter(ScopeIndex scope) {
+        current = scope < importScopes.size() ? importScopes[scope].get() : nullptr;
+        if (current != nullptr) {
+            wildcards.enter(scope);
         }
     }
 
-    void add(lf::import::InvalidImportEntry&& entry, std::size_t argument, bool /*isListed*/) {
-        report(entry.getMsgHolder(), argument, std::nullopt);
+    void add(CommandEntry& parsed) {
+        file.commands.back().entries.push_back(describe(parsed));
+        if (current != nullptr) {
+            addToScope(std::move(parsed.entry));
+        }
     }
 
-    void addToList(lf::import::ImportEntry&& entry) {
+    void addToScope(lf::import::ImportEntry&& entry) {
         AnalysedCommand& analysed = file.commands.back();
         AnalysedEntry& described = analysed.entries.back();
         EntryReference const reference{file.commands.size() - 1, analysed.entries.size() - 1};
-        Addition const addition =
-            lists->add(std::move(entry), analysed.command.isDynamic, described, reference);
-        described.outcome = addition.outcome;
-        described.earlier = addition.earlier;
-        if (addition.outcome == EntryOutcome::Added) {
-            file.scopes.at(analysed.command.scope).entries.push_back(reference);
-        }
-        if (addition.refusal) {
-            report(*addition.refusal, described.argument, addition.earlier);
-        }
+        std::visit(
+            Overloaded{[&](ImportScope::Stored const& /*stored*/) {
+                           described.outcome = EntryOutcome::Added;
+                           file.scopes.at(analysed.command.scope).entries.push_back(reference);
+                           if (described.kind == EntryKind::Wildcard) {
+                               wildcards.add(described.text, reference);
+                           }
+                       },
+                       [&](ImportScope::Repeated const& repeated) {
+                           described.outcome = EntryOutcome::Repeated;
+                           described.earlier = repeated.earlier->place;
+                       },
+                       [&](ImportScope::Refused const& refused) {
+                           described.outcome = EntryOutcome::Refused;
+                           described.earlier = refused.conflict.value().imported->place;
+                           report(refused.message, described.argument, described.earlier);
+                       }},
+            analysed.command.isDynamic ? current->addDynamic(std::move(entry), reference)
+                                       : current->addStatic(std::move(entry), reference));
     }
 
     void report(resource_core::GenericMsgIDHolder const& message, std::size_t argument,
@@ -184,20 +189,18 @@ class Analysis {
     }
 
     void lookUp(AnalysedUse& analysed) {
-        UseOfName const& use = analysed.use;
-        for (std::string_view const name :
-             {std::string_view(use.name.text), firstElementOf(use.name.text)}) {
-            analysed.name = name;
-            analysed.imports = lists->find(name);
-            if (!analysed.imports.empty()) {
-                break;
-            }
-        }
-        for (EntryReference const& reference : analysed.imports) {
-            markUsed(reference);
+        std::string const& text = analysed.use.name.text;
+        auto const resolution = current->resolve(text, mostListedWildcards);
+        analysed.name = firstElementsOf(text, resolution.numberOfSegments);
+        for (ImportScope::ScopedImport const& found : resolution.imports) {
+            analysed.imports.push_back(found.imported->place);
+            markUsed(found.imported->place);
         }
         if (analysed.imports.empty() && !analysed.isDotted()) {
-            analysed.wildcards = lists->reachWildcards();
+            for (ImportScope::ScopedImport const& found : resolution.wildcards) {
+                analysed.wildcards.listed.push_back(found.imported->place);
+            }
+            analysed.wildcards.omitted = wildcards.reach() - analysed.wildcards.listed.size();
         }
     }
 
@@ -205,17 +208,14 @@ class Analysis {
         file.commands.at(reference.command).entries.at(reference.entry).isUsed = true;
     }
 
-    /// What the most similar name is here, the nearest of them first.
+    /// The import of the most similar name here, the nearest of them first.
     std::optional<EntryReference> suggest(AnalysedUse const& analysed) const {
-        std::span<EntryReference const> named = lists->named();
-        named = named.last(std::min(named.size(), mostComparedNames));
-        std::vector<std::string_view> names;
-        std::transform(named.rbegin(), named.rend(), std::back_inserter(names),
-                       [this](EntryReference const& reference) -> std::string_view {
-                           return file.at(reference).introducedName.value();
-                       });
-        auto const nearest = findNearestSpelling(analysed.name, names);
-        return nearest ? std::optional(lists->find(names.at(*nearest)).at(0)) : std::nullopt;
+        using lf::import::host::mostComparedNames;
+        std::vector<std::u16string_view> const names = introducedNames(*current, mostComparedNames);
+        lf::import::host::Utf16Text const name(analysed.name);
+        auto const nearest = lf::import::host::findNearestSpelling(name, names);
+        return nearest ? std::optional(current->find(names[*nearest]).at(0).imported->place)
+                       : std::nullopt;
     }
 
     void reportUnknownName(AnalysedUse const& analysed) {
@@ -233,16 +233,20 @@ class Analysis {
     }
 
     AnalysedFile& file;
-    ScopeLists* lists;
+    ImportScopes const& importScopes;
+    /// Null where entries are only described.
+    ImportScope* current = nullptr;
+    ReachedWildcards wildcards;
     lf::import::Behavior behavior;
 };
 
 /// Of scopes that lie too deep for a list, only the outermost are reported.
-std::vector<Diagnostic> findScopesWithoutList(AnalysedFile const& file, ScopeLists const& lists) {
+std::vector<Diagnostic> findScopesWithoutList(AnalysedFile const& file,
+                                              ImportScopes const& importScopes) {
     std::vector<Diagnostic> errors;
     for (ScopeIndex index = 1; index < file.scopes.size(); ++index) {
         Scope const& scope = file.scopes[index].scope;
-        if (lists.listOf(index) == nullptr && lists.listOf(*scope.parent) != nullptr) {
+        if (importScopes[index] == nullptr && importScopes[*scope.parent] != nullptr) {
             errors.push_back({lf::import::Severity::Error,
                               {},
                               "scope '{1}' lies within {2} others with imports: its imports and "
@@ -284,7 +288,7 @@ std::vector<Diagnostic> findUnusedImports(AnalysedFile const& file) {
 
 std::string_view toText(EntryKind kind) noexcept {
     switch (kind) {
-    case EntryKind::Name:
+    case EntryKind::FullyQualified:
         return "name";
     case EntryKind::Wildcard:
         return "wildcard";
@@ -319,25 +323,25 @@ NoteInWords describe(AnalysedFile const& file, Note const& note) {
 AnalysedFile analyse(SourceFile source, AnalysisOptions const& options) {
     Script script = readScript(source, options.syntax);
     AnalysedFile file{std::move(source), describe(std::move(script.scopes)), {}, {}, {}};
-    std::optional<ScopeLists> lists;
+    ImportScopes importScopes;
     if (options.syntax == SourceSyntax::Script) {
-        lists.emplace(file.scopes, script.statements);
+        importScopes = makeImportScopes(file.scopes, script.statements);
     }
-    Analysis analysis(file, lists ? &*lists : nullptr, options.behavior);
+    Analysis analysis(file, importScopes, options.behavior);
     for (Statement& statement : script.statements) {
         std::visit([&](auto& what) { analysis(std::move(what)); }, statement);
     }
     file.diagnostics = mergeInSourceOrder(std::move(script.problems), std::move(file.diagnostics));
-    if (lists) {
+    if (options.syntax == SourceSyntax::Script) {
         analysis.markReachedWildcards();
-        file.diagnostics =
-            mergeInSourceOrder(std::move(file.diagnostics), findScopesWithoutList(file, *lists));
+        file.diagnostics = mergeInSourceOrder(std::move(file.diagnostics),
+                                              findScopesWithoutList(file, importScopes));
     }
     if (options.warnsOfUnusedImports) {
         file.diagnostics = mergeInSourceOrder(std::move(file.diagnostics), findUnusedImports(file));
     }
-    if (lists && options.viewsScopes) {
-        viewScopes(file, *lists);
+    if (options.syntax == SourceSyntax::Script && options.viewsScopes) {
+        viewScopes(file, importScopes);
     }
     return file;
 }

@@ -9,6 +9,8 @@
 #include <import_explorer/script_reader.hpp>
 #include <import_explorer/source_file.hpp>
 
+#include <host/text.hpp>
+
 #include <import/argument_parser.hpp>
 
 #include <cstddef>
@@ -19,14 +21,7 @@
 
 namespace explorer {
 
-enum class EntryKind {
-    /// `a.b.c`
-    Name,
-    /// `a.b.*`
-    Wildcard,
-    /// `pkg@^1.2`
-    Package,
-};
+using EntryKind = lf::import::host::ImportKind;
 
 /// `name`, `wildcard`, `package`
 std::string_view toText(EntryKind kind) noexcept;
@@ -48,7 +43,7 @@ std::string_view toText(EntryOutcome outcome) noexcept;
 
 /// One import, in UTF-8.
 struct AnalysedEntry {
-    EntryKind kind = EntryKind::Name;
+    EntryKind kind = EntryKind::FullyQualified;
     /// As the library renders it.
     std::string text;
     /// Nothing for a wildcard.
@@ -73,8 +68,8 @@ struct AnalysedCommand {
 /// What a name is where it is used, by the imports before it.
 struct AnalysedUse {
     UseOfName use;
-    /// What was looked up: the name or, of a dotted name that no import introduces, its first
-    /// element.
+    /// What was looked up: of a dotted name, as many of its first elements as an import introduces,
+    /// or else the first.
     std::string name;
     /// What introduces the name, the nearest first: at most one package and one fully qualified
     /// name.

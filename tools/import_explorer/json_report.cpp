@@ -2,7 +2,8 @@
 #include <import_explorer/json_report.hpp>
 
 #include <import_explorer/json_writer.hpp>
-#include <import_explorer/message_catalogue.hpp>
+
+#include <host/catalogue.hpp>
 
 #include <array>
 #include <optional>
@@ -14,6 +15,8 @@
 namespace explorer {
 
 namespace {
+
+using lf::import::host::fillPlaceholders;
 
 std::optional<std::string> cutIfAny(std::optional<std::string> const& text) {
     return text ? std::optional(cutJsonText(*text)) : std::nullopt;
@@ -161,7 +164,7 @@ class FileWriter {
         json.beginObject();
         json.field("severity", isError ? "error" : "warning");
         json.field("key", diagnostic.key.empty() ? std::nullopt : std::optional(diagnostic.key));
-        json.field("message", fillPlaces(diagnostic.words, arguments));
+        json.field("message", fillPlaceholders(diagnostic.words, arguments));
         writeArray("messageArguments", arguments);
         writeRange(diagnostic.range);
         json.field("command", diagnostic.command);
@@ -179,7 +182,7 @@ class FileWriter {
         NoteInWords const inWords = describe(file, note);
         std::array const arguments{cutJsonText(inWords.argument)};
         json.beginObject();
-        json.field("message", fillPlaces(inWords.words, arguments));
+        json.field("message", fillPlaceholders(inWords.words, arguments));
         json.key("entry");
         write(note.entry);
         writeRange(inWords.range);

@@ -2,8 +2,9 @@
 #include <import_explorer/sarif_report.hpp>
 
 #include <import_explorer/json_writer.hpp>
-#include <import_explorer/message_catalogue.hpp>
 #include <import_explorer/utf8.hpp>
+
+#include <host/catalogue.hpp>
 
 #include <import/messages.hpp>
 
@@ -17,6 +18,8 @@
 namespace explorer {
 
 namespace {
+
+using lf::import::host::fillPlaceholders;
 
 /// \p path as a relative or absolute URI reference, with bytes that cannot stand in one encoded.
 std::string toUri(std::string_view path) {
@@ -82,7 +85,7 @@ class ResultWriter {
         json.field("ruleId", diagnostic.key.empty() ? toText(diagnostic.finding)
                                                     : std::string_view(diagnostic.key));
         json.field("level", isError ? "error" : "warning");
-        writeMessage(json, fillPlaces(diagnostic.words, cutJsonTexts(diagnostic.arguments)));
+        writeMessage(json, fillPlaceholders(diagnostic.words, cutJsonTexts(diagnostic.arguments)));
         json.key("locations");
         json.beginArray();
         json.beginObject();
@@ -101,7 +104,7 @@ class ResultWriter {
         json.key("relatedLocations");
         json.beginArray();
         json.beginObject();
-        writeMessage(json, fillPlaces(note.words, arguments));
+        writeMessage(json, fillPlaceholders(note.words, arguments));
         writePlace(note.range);
         json.endObject();
         json.endArray();

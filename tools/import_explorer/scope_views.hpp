@@ -5,11 +5,11 @@
 /// What the scopes of a file see of each other.
 
 #include <import_explorer/analysis.hpp>
-#include <import_explorer/scope_lists.hpp>
+#include <import_explorer/import_scopes.hpp>
 
 namespace explorer {
 
-/// Gives the scopes of \p file their views, by what \p lists hold at the end of the file.
-void viewScopes(AnalysedFile& file, ScopeLists const& lists);
+/// Gives the scopes of \p file their views, by what \p importScopes hold at the end of the file.
+void viewScopes(AnalysedFile& file, ImportScopes const& importScopes);
 
 } // namespace explorer

@@ -13,7 +13,7 @@ void Summary::count(AnalysedFile const& file) {
                 continue;
             }
             switch (entry.kind) {
-            case EntryKind::Name:
+            case EntryKind::FullyQualified:
                 ++names;
                 break;
             case EntryKind::Wildcard:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/syntax_tree.hpp>
 
-#include <import_explorer/utf8.hpp>
+#include <host/text.hpp>
 
 namespace explorer {
 
@@ -24,7 +24,8 @@ lf::astapi::ArgumentNode SyntaxTree::getArgument(lf::astapi::NodeHandle command,
 }
 
 std::u16string SyntaxTree::getText(lf::astapi::NodeHandle argument) const {
-    return toUtf16(nodes.at(static_cast<std::size_t>(argument)).text);
+    std::string_view const text = nodes.at(static_cast<std::size_t>(argument)).text;
+    return std::u16string(lf::import::host::Utf16Text(text).view());
 }
 
 } // namespace explorer

@@ -3,9 +3,10 @@
 
 #include <import_explorer/caret.hpp>
 #include <import_explorer/display_width.hpp>
-#include <import_explorer/message_catalogue.hpp>
 #include <import_explorer/scope_tree.hpp>
 #include <import_explorer/table.hpp>
+
+#include <host/catalogue.hpp>
 
 #include <algorithm>
 #include <array>
@@ -48,7 +49,7 @@ std::string fill(std::string_view words, Arguments const& arguments) {
     for (std::string_view const argument : arguments) {
         shown.push_back(displayText(argument, widthOfArguments).text);
     }
-    return fillPlaces(words, shown);
+    return lf::import::host::fillPlaceholders(words, shown);
 }
 
 std::string withoutTrailingSpaces(std::string line) {

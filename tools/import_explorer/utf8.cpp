@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/utf8.hpp>
 
-#include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
-#include <algorithm>
 #include <cstdint>
 
 namespace explorer {
@@ -47,26 +45,6 @@ std::optional<std::size_t> findIllFormedByte(std::string_view text) {
         offset += character.size;
     }
     return std::nullopt;
-}
-
-std::u16string toUtf16(std::string_view text) {
-    if (std::all_of(text.begin(), text.end(), isAscii)) {
-        return {text.begin(), text.end()};
-    }
-    std::u16string result;
-    result.reserve(text.size());
-    while (!text.empty()) {
-        DecodedCharacter const character = decodeCharacter(text);
-        char32_t const codePoint = character.codePoint.value_or(U'\uFFFD');
-        if (U_IS_BMP(codePoint)) {
-            result.push_back(static_cast<char16_t>(codePoint));
-        } else {
-            result.push_back(U16_LEAD(codePoint));
-            result.push_back(U16_TRAIL(codePoint));
-        }
-        text.remove_prefix(character.size);
-    }
-    return result;
 }
 
 } // namespace explorer

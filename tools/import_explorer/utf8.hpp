@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace explorer {
@@ -29,8 +28,5 @@ constexpr bool isContinuationByte(char byte) noexcept {
 
 /// Where the first ill-formed sequence of \p text begins; nothing for well-formed UTF-8.
 std::optional<std::size_t> findIllFormedByte(std::string_view text);
-
-/// \p text, well-formed UTF-8, in UTF-16.
-std::u16string toUtf16(std::string_view text);
 
 } // namespace explorer

@@ -2,7 +2,7 @@
 
 #include <import_explorer/analysis.hpp>
 
-#include <import_explorer/message_catalogue.hpp>
+#include <host/catalogue.hpp>
 
 #include <gtest/gtest.h>
 
@@ -40,10 +40,12 @@ std::string toText(AnalysedFile const& file, AnalysedUse const& use) {
 }
 
 std::string toText(AnalysedFile const& file, Diagnostic const& diagnostic) {
-    std::string text = std::to_string(diagnostic.range.line) + ":" +
-                       std::to_string(diagnostic.range.column) + " " +
-                       (diagnostic.key.empty() ? fillPlaces(diagnostic.words, diagnostic.arguments)
-                                               : diagnostic.key);
+    std::string text =
+        std::to_string(diagnostic.range.line) + ":" + std::to_string(diagnostic.range.column) +
+        " " +
+        (diagnostic.key.empty()
+             ? lf::import::host::fillPlaceholders(diagnostic.words, diagnostic.arguments)
+             : diagnostic.key);
     if (diagnostic.note) {
         SourceRange const& noted = describe(file, *diagnostic.note).range;
         text += " -> " + std::to_string(noted.line) + ":" + std::to_string(noted.column);
@@ -119,6 +121,9 @@ INSTANTIATE_TEST_SUITE_P(
         UseCase{"but a package may introduce a name with dots",
                 "import net.http@1\nscope s {\nimport net@1\nuse net.http\n}",
                 {"net.http = net.http@1:1"}},
+        UseCase{"of which members can be used",
+                "import net.http@1 net@1\nuse net.http.get\nuse net.https.get",
+                {"net.http = net.http@1:1", "net = net@1:1"}},
         UseCase{"a refused import introduces nothing",
                 "import a.xyz\nimport xyz@1\nscope s {\nuse xyz\n}",
                 {"xyz = a.xyz:1"}},

@@ -17,36 +17,19 @@ namespace {
 TEST(MessageCatalogue, HasOtherWordsForEachMessageAndUsesAllItsArguments) {
     std::set<std::string_view> seen;
     for (lf::import::MessageKey const& message : lf::import::messageKeys) {
-        std::string_view const words = wordsFor(message.key);
+        std::string_view const words = messageCatalogue.wordsFor(message.key).value();
         EXPECT_TRUE(seen.insert(words).second) << message.key;
         std::vector<std::string> arguments;
         for (std::size_t index = 0; index < message.numberOfArguments; ++index) {
             arguments.push_back("<" + std::to_string(index) + ">");
         }
-        std::string const filled = fillPlaces(words, arguments);
+        std::string const filled = lf::import::host::fillPlaceholders(words, arguments);
         for (std::string const& argument : arguments) {
             EXPECT_NE(filled.find(argument), std::string::npos) << message.key;
         }
         EXPECT_EQ(filled.find('{'), std::string::npos) << "a place without argument: " << filled;
     }
     EXPECT_EQ(seen.size(), lf::import::messageKeys.size());
-}
-
-TEST(MessageCatalogue, SaysSoWhereItHasNoWords) {
-    EXPECT_EQ(wordsFor("InvalidImportArgumentX"), wordsFor(""));
-    EXPECT_NE(wordsFor("InvalidImportArgumentX"), wordsFor("InvalidImportArgument"));
-}
-
-TEST(MessageCatalogue, FillsPlacesInAnyOrderAndMoreThanOnce) {
-    EXPECT_EQ(fillPlaces("{2}-{1}-{2}", std::vector<std::string>{"a", "b"}), "b-a-b");
-}
-
-TEST(MessageCatalogue, DoesNotFillPlacesWithinArguments) {
-    EXPECT_EQ(fillPlaces("{1}", std::vector<std::string>{"{1}{2}"}), "{1}{2}");
-}
-
-TEST(MessageCatalogue, LeavesAloneWhatIsNoPlace) {
-    EXPECT_EQ(fillPlaces("{} {0} {2} {1", std::vector<std::string>{"a"}), "{} {0} {2} {1");
 }
 
 } // namespace

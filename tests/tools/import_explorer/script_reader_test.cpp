@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: BSL-1.0
 
-#include <import_explorer/message_catalogue.hpp>
 #include <import_explorer/script_reader.hpp>
 
 #include <support/row_name.hpp>
+
+#include <host/catalogue.hpp>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -51,7 +52,7 @@ std::vector<std::string> problemsOf(Script const& script) {
     for (Diagnostic const& problem : script.problems) {
         texts.push_back(std::to_string(problem.range.line) + ":" +
                         std::to_string(problem.range.column) + ": " +
-                        fillPlaces(problem.words, problem.arguments));
+                        lf::import::host::fillPlaceholders(problem.words, problem.arguments));
     }
     return texts;
 }
