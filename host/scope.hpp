@@ -225,6 +225,7 @@ class Scope {
     /// an import introduces, of at most mostSegmentsOfPrefix segments unless it is the whole name;
     /// only packages introduce several segments.
     ///
+    /// \param usedName a name, dotted or not, as the script uses it.
     /// \param mostWildcards how many wildcards the result has at most. Others are not visited, so
     /// that a use does not take time for each visible wildcard.
     Resolution resolve(std::u16string_view usedName,
