@@ -28,54 +28,37 @@ enum class Severity : std::uint8_t {
     Error,
 };
 
-/// The kinds of message arguments. Each is a type of its own, so that arguments cannot be swapped;
-/// all are UTF-16 text.
+/// The kinds of message arguments, all UTF-16 text. Each is a type of its own, so that arguments
+/// cannot be swapped.
 namespace message_arguments {
 
-/// The import argument, exactly as written.
-struct ImportArgument {
+/// The text of an argument.
+struct Text {
     /// Not owned.
     std::u16string_view text;
 
     /// Views \p argument.
-    constexpr explicit ImportArgument(std::u16string_view argument) noexcept : text(argument) {}
+    constexpr explicit Text(std::u16string_view argument) noexcept : text(argument) {}
 };
+
+// clang-format off
+
+/// The import argument, exactly as written.
+struct ImportArgument : Text { using Text::Text; };
 
 /// The reserved word found in the import argument.
-struct ReservedWord {
-    /// Not owned.
-    std::u16string_view text;
-
-    /// Views \p word.
-    constexpr explicit ReservedWord(std::u16string_view word) noexcept : text(word) {}
-};
+struct ReservedWord : Text { using Text::Text; };
 
 /// The argument in place of an alias, as written.
-struct RejectedAlias {
-    /// Not owned.
-    std::u16string_view text;
-
-    /// Views \p alias.
-    constexpr explicit RejectedAlias(std::u16string_view alias) noexcept : text(alias) {}
-};
+struct RejectedAlias : Text { using Text::Text; };
 
 /// The import that is refused: the specifier of a package, the raw argument of a name.
-struct RefusedImport {
-    /// Not owned.
-    std::u16string_view text;
-
-    /// Views \p refused.
-    constexpr explicit RefusedImport(std::u16string_view refused) noexcept : text(refused) {}
-};
+struct RefusedImport : Text { using Text::Text; };
 
 /// The name that the refused entry introduces.
-struct IntroducedName {
-    /// Not owned.
-    std::u16string_view text;
+struct IntroducedName : Text { using Text::Text; };
 
-    /// Views \p name.
-    constexpr explicit IntroducedName(std::u16string_view name) noexcept : text(name) {}
-};
+// clang-format on
 
 } // namespace message_arguments
 

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
 
 namespace lf::import {
 namespace {
@@ -29,6 +30,7 @@ static_assert(!CanBeMadeOf<"ImportArgumentWithoutDot", ImportArgument>, "an argu
 static_assert(CanBeMadeOf<"ImportArgumentWithoutDot">);
 static_assert(!CanBeMadeOf<"ImportArgumentWithoutDots">, "an unknown key");
 static_assert(!CanBeMadeOf<"">, "no key");
+static_assert(!std::is_constructible_v<ImportArgument, ReservedWord>, "a text of another kind");
 
 TEST(MakeMsgID, FillsInCatalogueKeyAndArgumentsInOrder) {
     EXPECT_EQ(
