@@ -45,6 +45,26 @@ install(
     DESTINATION "${package_dir}"
     COMPONENT Development)
 
+# The test kit has a set of its own, since programs do not need what its static libraries do.
+set(testing_targets gleigem_host_testing)
+set(testing_dependencies "")
+if(TARGET gleigem_recorded)
+    list(APPEND testing_targets gleigem_recording_platform gleigem_recorded)
+    set(testing_dependencies "find_dependency(ICU COMPONENTS uc)")
+endif()
+install(
+    TARGETS ${testing_targets}
+    EXPORT gleigemTestingTargets
+    ARCHIVE COMPONENT Development
+    FILE_SET HEADERS
+    DESTINATION "${include_dir}"
+    COMPONENT Development)
+install(
+    EXPORT gleigemTestingTargets
+    NAMESPACE gleigem::
+    DESTINATION "${package_dir}"
+    COMPONENT Development)
+
 configure_package_config_file(
     cmake/gleigemConfig.cmake.in "${PROJECT_BINARY_DIR}/gleigemConfig.cmake"
     INSTALL_DESTINATION "${package_dir}"

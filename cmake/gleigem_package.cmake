@@ -61,6 +61,7 @@ set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/package/before_packing.cm
 set(CPACK_POST_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/package/after_packing.cmake")
 # What the scripts need.
 set(CPACK_GLEIGEM_PYTHON "${Python3_EXECUTABLE}")
+set(CPACK_GLEIGEM_STRIP "${CMAKE_STRIP}")
 set(CPACK_GLEIGEM_CHANGELOG "${PROJECT_SOURCE_DIR}/CHANGELOG.md")
 # The project has no mailbox; who publishes packages says -DCPACK_PACKAGE_CONTACT="Name <address>".
 if(NOT CPACK_PACKAGE_CONTACT)
@@ -105,7 +106,8 @@ This package has the library and its reference platform.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "${runtime_package} (= ${PROJECT_VERSION}), librange-v3-dev")
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "gdb, gleigem-doc")
+# Two of these are for the test kit.
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "gdb, gleigem-doc, libgmock-dev, libicu-dev")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
     "meaning of a language's import command, development files
 ${description}

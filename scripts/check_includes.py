@@ -53,9 +53,13 @@ LAYERS = (
           "import sources", "import public headers", "import/platform.hpp", "range-v3", "Boost", "xxHash"),
     layer("host kit", r"host/.*", "what every host writes around the library: headers alone",
           "import public headers", "import/platform.hpp"),
+    layer("test kit", r"host_testing/\w+\.hpp", "what hosts link into their tests: headers alone",
+          "host kit", "import public headers", "import/platform.hpp", "GoogleTest"),
+    layer("recording platform", r"host_testing/recording/.*", "a platform whose answers are a test's",
+          "test kit", "platform headers"),
     layer("own platform", r"examples/own_platform/platform/.*", "the platform of another language, as an example"),
     layer("own platform's programs", r"examples/own_platform/.*", "a host of that language, and the test of a platform",
-          "own platform", "host kit", "import public headers"),
+          "own platform", "test kit", "host kit", "import public headers"),
     layer("examples", r"examples/.*", "hosts of the library", "host kit", "import public headers"),
     layer("tools", r"tools/.*", "import_explorer, a host with reports for people and programs", "host kit",
           "import public headers", "platform headers", "range-v3", "ICU"),
@@ -64,7 +68,8 @@ LAYERS = (
     layer("benchmarks", r"benchmarks/.*", "benchmarks and their baselines", EVERYTHING),
 )
 
-LIBRARIES = {"unicode/": "ICU", "range/v3/": "range-v3", "boost/": "Boost", "xxhash.h": "xxHash"}
+LIBRARIES = {"unicode/": "ICU", "range/v3/": "range-v3", "boost/": "Boost", "xxhash.h": "xxHash",
+             "gtest/": "GoogleTest", "gmock/": "GoogleTest"}
 
 # Headers that nobody includes, and why not.
 UNWANTED = {
@@ -167,7 +172,7 @@ def picture(root):
 
 
 def source_files(root):
-    layers = {"platform", "import", "host", "examples", "tools", "tests", "fuzz", "benchmarks"}
+    layers = {"platform", "import", "host", "host_testing", "examples", "tools", "tests", "fuzz", "benchmarks"}
     return sorted(path.relative_to(root).as_posix() for folder in layers for path in (root / folder).rglob("*.[ch]pp"))
 
 

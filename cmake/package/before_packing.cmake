@@ -10,6 +10,9 @@ foreach(path IN LISTS paths)
         # An installed library finds the platform beside it by a search path of its own. In the folder of a
         # package the loader looks anyway, and Debian wants no such path there.
         file(RPATH_REMOVE FILE "${path}")
+    elseif(path MATCHES "\\.a$")
+        # CPack leaves these as they are, with the paths of the build tree in their debug information.
+        execute_process(COMMAND "${CPACK_GLEIGEM_STRIP}" --strip-debug "${path}" COMMAND_ERROR_IS_FATAL ANY)
     endif()
 endforeach()
 

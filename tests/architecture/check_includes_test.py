@@ -15,7 +15,8 @@ PROJECT_FILES = """
     platform/lf/util/identifier.hpp platform/lf/util/identifier.cpp
     import/platform.hpp import/entries.hpp import/entries.cpp import/diagnostics/make_msg_id.hpp
     import/parser/classification.hpp import/parser/classification.cpp import/list/lookup.hpp import/list/lookup.cpp
-    host/text.hpp tools/import_explorer/main.cpp examples/own_platform/main.cpp
+    host/text.hpp host_testing/matchers.hpp host_testing/recording/recorder.hpp
+    tools/import_explorer/main.cpp examples/own_platform/main.cpp
     examples/own_platform/platform/lfu/words.hpp
     tests/support/rows.hpp tests/import/entries_test.cpp
 """.split()
@@ -39,6 +40,9 @@ WRONG = [
     ("tests/import/entries_test.cpp", "<bits/stdc++.h>", "nor the standard library's insides"),
     ("host/text.hpp", "<import/list/lookup.hpp>", "the host kit is on the public headers alone"),
     ("host/text.hpp", "<unicode/uchar.h>", "and needs no library of its own"),
+    ("host/text.hpp", "<host_testing/matchers.hpp>", "nor tests"),
+    ("host/text.hpp", "<gtest/gtest.h>", "nor a framework for them"),
+    ("host_testing/matchers.hpp", "<host_testing/recording/recorder.hpp>", "the test kit works on any platform"),
     ("import/entries.hpp", "<host/text.hpp>", "the library knows no host"),
     ("tools/import_explorer/main.cpp", "<import/list/lookup.hpp>", "the tool shows what hosts can do"),
     ("tools/import_explorer/main.cpp", "<import/diagnostics/make_msg_id.hpp>", "and hosts make none of its messages"),
@@ -55,6 +59,9 @@ RIGHT = [
     ("import/entries.cpp", "<vector>", "the standard library is everybody's"),
     ("examples/own_platform/main.cpp", "<lfu/words.hpp>", "a host includes its own platform"),
     ("host/text.hpp", "<import/entries.hpp>", "the host kit is on the public headers"),
+    ("host_testing/matchers.hpp", "<host/text.hpp>", "the test kit knows the host kit"),
+    ("host_testing/matchers.hpp", "<gmock/gmock.h>", "and the framework"),
+    ("host_testing/recording/recorder.hpp", "<lf/util/identifier.hpp>", "the recording platform is the reference's"),
     ("tools/import_explorer/main.cpp", "<host/text.hpp>", "the tool is a host"),
     ("tests/import/entries_test.cpp", "<import/list/lookup.hpp>", "tests include what they like"),
 ]

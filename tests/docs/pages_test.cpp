@@ -4,6 +4,7 @@
 /// Holds the pages on diagnostics and rules to the library's table of messages and to the
 /// output that they show. That this output is real is what check_documents.py compares.
 
+#include <host_testing/printers.hpp>
 #include <import/messages.hpp>
 
 #include <gmock/gmock.h>
@@ -12,17 +13,11 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace lf::import {
-
-void PrintTo(MessageKey const& message, std::ostream* stream) {
-    *stream << message.key;
-}
-
 namespace {
 
 using Lines = std::vector<std::string>;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <host/command.hpp>
 
+#include <host_testing/describe.hpp>
+
 #include <support/observed_entries.hpp>
 #include <support/row_name.hpp>
 
@@ -22,34 +24,11 @@ namespace lf::import::host {
 namespace {
 
 using enum Behavior;
+using host_testing::describe;
 using Texts = std::vector<std::u16string>;
 
 static_assert(std::is_nothrow_move_constructible_v<CommandItem>);
 static_assert(std::is_nothrow_move_assignable_v<CommandItem>);
-
-std::string describe(CommandItem const& item) {
-    return std::visit(
-        Overloaded{[](CommandEntry const& entry) {
-                       std::string text =
-                           std::to_string(entry.argument) + ' ' + toUtf8(entry.entry);
-                       return entry.importedArgument == entry.argument
-                                  ? text
-                                  : text + " of " + std::to_string(entry.importedArgument);
-                   },
-                   [](CommandDiagnostic const& diagnostic) {
-                       return std::to_string(diagnostic.argument) +
-                              (diagnostic.severity == Severity::Error ? " error " : " warning ") +
-                              diagnostic.message.getMsgID().key;
-                   }},
-        item);
-}
-
-std::vector<std::string> describe(std::vector<CommandItem> const& items) {
-    std::vector<std::string> texts(items.size());
-    std::ranges::transform(items, texts.begin(),
-                           [](CommandItem const& item) { return describe(item); });
-    return texts;
-}
 
 /// A command whose arguments are the nodes 0, 1, 2, ...
 class Tree final : public lf::astapi::ISyntaxTree {
@@ -99,48 +78,49 @@ constexpr auto salvaged = Salvage::Yes;
 
 INSTANTIATE_TEST_SUITE_P(
     Plainly, ReadCommand,
-    testing::Values(
-        CommandRow{WithPackageImports,
-                   plain,
-                   {u"a.b", u"c.*"},
-                   {"0 a.b", "1 c.*"},
-                   "each entry has its argument"},
-        CommandRow{WithPackageImports, plain, {u"", u""}, {}, "nothing is imported"},
-        CommandRow{WithPackageImports,
-                   plain,
-                   {u"", u"p", u"q@1"},
-                   {"1 p", "2 q@1"},
-                   "empty arguments are counted"},
-        CommandRow{WithPackageImports,
-                   plain,
-                   {u"", u"p"},
-                   {"1 p"},
-                   "a lone package behind the first argument is no alias"},
-        CommandRow{WithPackageImports,
-                   plain,
-                   {u"p", u"as", u"q"},
-                   {"2 p as q of 0"},
-                   "an alias names its package"},
-        CommandRow{WithPackageImports,
-                   plain,
-                   {u"", u"p@1", u"", u"as", u"", u"p"},
-                   {"5 p@1 of 1"},
-                   "also where empty arguments stand between and the names are equal"},
-        CommandRow{WithPackageImports,
-                   plain,
-                   {u"a.b", u"c.", u"d.e"},
-                   {"1 error InvalidImportArgument"},
-                   "an error is all there is"},
-        CommandRow{WithoutPackageImports,
-                   plain,
-                   {u"a.b", u"1.*", u"c.d"},
-                   {"0 a.b", "1 1.*", "1 warning MalformedImportArgumentWarning", "2 c.d"},
-                   "a warning stands behind its entry"},
-        CommandRow{WithoutPackageImports,
-                   plain,
-                   {u"a.b", u".*"},
-                   {"1 warning MalformedImportArgumentWarning"},
-                   "a warning about a wildcard of nothing stands in place of the command"}),
+    testing::Values(CommandRow{WithPackageImports,
+                               plain,
+                               {u"a.b", u"c.*"},
+                               {"0: a.b", "1: c.*"},
+                               "each entry has its argument"},
+                    CommandRow{WithPackageImports, plain, {u"", u""}, {}, "nothing is imported"},
+                    CommandRow{WithPackageImports,
+                               plain,
+                               {u"", u"p", u"q@1"},
+                               {"1: p", "2: q@1"},
+                               "empty arguments are counted"},
+                    CommandRow{WithPackageImports,
+                               plain,
+                               {u"", u"p"},
+                               {"1: p"},
+                               "a lone package behind the first argument is no alias"},
+                    CommandRow{WithPackageImports,
+                               plain,
+                               {u"p", u"as", u"q"},
+                               {"2 of 0: p as q"},
+                               "an alias names its package"},
+                    CommandRow{WithPackageImports,
+                               plain,
+                               {u"", u"p@1", u"", u"as", u"", u"p"},
+                               {"5 of 1: p@1"},
+                               "also where empty arguments stand between and the names are equal"},
+                    CommandRow{WithPackageImports,
+                               plain,
+                               {u"a.b", u"c.", u"d.e"},
+                               {"1: error InvalidImportArgument(\"c.\")"},
+                               "an error is all there is"},
+                    CommandRow{WithoutPackageImports,
+                               plain,
+                               {u"a.b", u"1.*", u"c.d"},
+                               {"0: a.b", "1: 1.*",
+                                "1: warning MalformedImportArgumentWarning(\"1.*\")", "2: c.d"},
+                               "a warning stands behind its entry"},
+                    CommandRow{
+                        WithoutPackageImports,
+                        plain,
+                        {u"a.b", u".*"},
+                        {"1: warning MalformedImportArgumentWarning(\".*\")"},
+                        "a warning about a wildcard of nothing stands in place of the command"}),
     support::RowName());
 
 INSTANTIATE_TEST_SUITE_P(
@@ -148,64 +128,64 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(CommandRow{WithPackageImports,
                                salvaged,
                                {u"shapes.circle", u"effects.spin", u"colours."},
-                               {"0 shapes.circle", "1 effects.spin",
-                                "2 error InvalidImportArgument"},
+                               {"0: shapes.circle", "1: effects.spin",
+                                "2: error InvalidImportArgument(\"colours.\")"},
                                "what stands before the error is imported"},
                     CommandRow{WithPackageImports,
                                salvaged,
                                {u"a.b", u"c.", u"d.e"},
-                               {"0 a.b", "1 error InvalidImportArgument", "2 d.e"},
+                               {"0: a.b", "1: error InvalidImportArgument(\"c.\")", "2: d.e"},
                                "and what stands behind it"},
                     CommandRow{WithPackageImports,
                                salvaged,
                                {u"1", u"a.b", u"2", u"c.d"},
-                               {"0 error InvalidImportArgument", "1 a.b", "3 c.d"},
+                               {"0: error InvalidImportArgument(\"1\")", "1: a.b", "3: c.d"},
                                "the diagnostic is the one of the command, the first"},
                     CommandRow{WithPackageImports,
                                salvaged,
                                {u"a.b", u"p", u"c.d"},
-                               {"0 a.b", "1 error MixedImportType", "2 c.d"},
+                               {"0: a.b", "1: error MixedImportType()", "2: c.d"},
                                "what breaks a rule is in the way"},
                     CommandRow{WithPackageImports,
                                salvaged,
                                {u"p", u"as"},
-                               {"0 p", "1 error IncorrectNumberOfAlias"},
+                               {"0: p", "1: error IncorrectNumberOfAlias()"},
                                "without its alias a package stands"},
                     CommandRow{WithPackageImports,
                                salvaged,
                                {u"p", u"as", u"a.b"},
-                               {"0 p", "2 error InvalidAliasName"},
+                               {"0: p", "2: error InvalidAliasName(\"a.b\")"},
                                "or with one that is none"},
                     CommandRow{WithPackageImports,
                                salvaged,
                                {u"", u"p", u"as", u"q", u"r"},
-                               {"3 p as q of 1", "4 error IncorrectNumberOfAlias"},
+                               {"3 of 1: p as q", "4: error IncorrectNumberOfAlias()"},
                                "a salvaged alias names its package"},
                     CommandRow{WithPackageImports,
                                salvaged,
                                {u"as", u"p"},
-                               {"0 error IncorrectNumberOfPackagesForAlias", "1 p"},
+                               {"0: error IncorrectNumberOfPackagesForAlias()", "1: p"},
                                "behind the first argument, but no alias clause any more"},
                     CommandRow{WithPackageImports,
                                salvaged,
                                {u"1"},
-                               {"0 error InvalidImportArgument"},
+                               {"0: error InvalidImportArgument(\"1\")"},
                                "there may be nothing to be salvaged"},
                     CommandRow{WithPackageImports,
                                salvaged,
                                {u"a.b", u"c.*"},
-                               {"0 a.b", "1 c.*"},
+                               {"0: a.b", "1: c.*"},
                                "a command without error is not touched"},
                     CommandRow{WithoutPackageImports,
                                salvaged,
                                {u"1.*", u"p", u"a.b"},
-                               {"0 1.*", "0 warning MalformedImportArgumentWarning",
-                                "1 error ImportArgumentWithoutDot", "2 a.b"},
+                               {"0: 1.*", "0: warning MalformedImportArgumentWarning(\"1.*\")",
+                                "1: error ImportArgumentWithoutDot()", "2: a.b"},
                                "a salvaged entry keeps its warning"},
                     CommandRow{WithoutPackageImports,
                                salvaged,
                                {u"a.b", u".*"},
-                               {"0 a.b", "1 warning MalformedImportArgumentWarning"},
+                               {"0: a.b", "1: warning MalformedImportArgumentWarning(\".*\")"},
                                "a warning in place of the command is in the way, too"}),
     support::RowName());
 
@@ -213,10 +193,10 @@ TEST(ReadCommandAsTheFeatureSwitchSays, AsksItOnceForAWholeCommand) {
     lf::features::setPackageImportsFeature(false);
     Texts const command{u"p", u"a.b"};
     EXPECT_EQ(describe(readCommand(command, FollowFeatureSwitch, salvaged)),
-              (std::vector<std::string>{"0 error ImportArgumentWithoutDot", "1 a.b"}));
+              (std::vector<std::string>{"0: error ImportArgumentWithoutDot()", "1: a.b"}));
     lf::features::setPackageImportsFeature(true);
     EXPECT_EQ(describe(readCommand(command, FollowFeatureSwitch, salvaged)),
-              (std::vector<std::string>{"0 p", "1 error MixedImportType"}));
+              (std::vector<std::string>{"0: p", "1: error MixedImportType()"}));
 }
 
 TEST(ReadCommandWithSalvage, GivesUpWhenTooMuchIsInTheWay) {
@@ -225,7 +205,7 @@ TEST(ReadCommandWithSalvage, GivesUpWhenTooMuchIsInTheWay) {
     EXPECT_EQ(readCommand(bearable, WithPackageImports, salvaged).size(), 2U);
     bearable.emplace_back(u"1");
     EXPECT_EQ(describe(readCommand(bearable, WithPackageImports, salvaged)),
-              std::vector<std::string>{"0 error InvalidImportArgument"});
+              std::vector<std::string>{"0: error InvalidImportArgument(\"1\")"});
 }
 
 /// The arguments with which a command goes wrong in every way, in all sequences of up to four.

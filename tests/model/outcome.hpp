@@ -4,6 +4,8 @@
 /// \file
 /// An element of a parse result as plain data, in which model and library are compared.
 
+#include <host_testing/quoted.hpp>
+
 #include <cstdint>
 #include <ostream>
 #include <string>
@@ -36,9 +38,7 @@ struct Outcome {
     friend bool operator==(Outcome const&, Outcome const&) = default;
 };
 
-/// \p text in quotes, everything but plain ASCII as `\uXXXX`, so that unpaired surrogates and
-/// look-alikes are distinguishable.
-std::string quoted(std::u16string const& text);
+using lf::import::host_testing::quoted;
 
 /// One line of readable text.
 std::ostream& operator<<(std::ostream& stream, Outcome const& outcome);

@@ -39,8 +39,8 @@ class InstallFolders(unittest.TestCase):
         run("cmake", "-S", SOURCE, "-B", tree, "-G", GENERATOR, f"-DCMAKE_CXX_COMPILER={CXX}",
             "-DCMAKE_BUILD_WITH_INSTALL_RPATH=ON", "-DGLEIGEM_BUILD_TESTS=OFF", "-DGLEIGEM_BUILD_EXAMPLES=OFF",
             "-DGLEIGEM_BUILD_TOOLS=OFF", *options, cwd=self.work)  # fmt: skip
-        for part in ("import", "platform"):
-            for library in Path(BUILD, part).glob("libgleigem*.so*"):
+        for part in ("import", "platform", "host_testing"):
+            for library in (*Path(BUILD, part).glob("libgleigem*.so*"), *Path(BUILD, part).glob("libgleigem*.a")):
                 shutil.copy(library, tree / part, follow_symlinks=False)
         return tree
 

@@ -3,13 +3,13 @@
 /// \file
 /// What the parser asks its host, in which order, and how it treats the host's exceptions.
 
-#include <recording_platform/recorder.hpp>
-#include <recording_platform/recording_tree.hpp>
 #include <support/allocations.hpp>
 #include <support/observed_entries.hpp>
 #include <support/outcomes.hpp>
 #include <support/row_name.hpp>
 
+#include <host_testing/recording/recorder.hpp>
+#include <host_testing/recording/recording_tree.hpp>
 #include <import/import.hpp>
 
 #include <gmock/gmock.h>
@@ -33,21 +33,23 @@
 
 namespace {
 
+namespace recording = lf::import::host_testing::recording;
+
 using lf::import::Behavior;
 using lf::import::IImportArgumentParser;
-using recording_platform::argument;
-using recording_platform::argumentText;
-using recording_platform::featureSwitch;
-using recording_platform::identifier;
-using recording_platform::numberOfArguments;
-using recording_platform::Question;
-using recording_platform::rangeFactory;
-using recording_platform::Recorder;
-using recording_platform::recorder;
-using recording_platform::RecordingTree;
-using recording_platform::Service;
-using recording_platform::specifier;
-using recording_platform::specifierText;
+using recording::argument;
+using recording::argumentText;
+using recording::featureSwitch;
+using recording::identifier;
+using recording::numberOfArguments;
+using recording::Question;
+using recording::rangeFactory;
+using recording::Recorder;
+using recording::recorder;
+using recording::RecordingTree;
+using recording::Service;
+using recording::specifier;
+using recording::specifierText;
 using support::error;
 
 using Arguments = std::vector<std::u16string>;
@@ -62,7 +64,7 @@ constexpr auto off = Behavior::WithoutPackageImports;
 constexpr auto follow = Behavior::FollowFeatureSwitch;
 
 Question reserved(std::u16string text) {
-    return recording_platform::reservedWord(std::move(text), 8);
+    return recording::reservedWord(std::move(text), 8);
 }
 
 std::unique_ptr<IImportArgumentParser> createParser(Arguments const& arguments, Behavior behavior) {
@@ -184,7 +186,7 @@ void expectFrugality(std::u16string const& text, Log const& log) {
         }
         if (question.service == Service::Identifier) {
             EXPECT_EQ(numberOfFailures, 0) << question << " behind a failure";
-            numberOfFailures += recording_platform::isAsciiIdentifier(question.text) ? 0 : 1;
+            numberOfFailures += recording::isAsciiIdentifier(question.text) ? 0 : 1;
         }
     }
     EXPECT_LE(countOf(Service::ReservedWord, log), 1);

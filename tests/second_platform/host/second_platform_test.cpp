@@ -8,6 +8,8 @@
 #include <support/allocations.hpp>
 #include <support/row_name.hpp>
 
+#include <host_testing/contract.hpp>
+#include <host_testing/describe.hpp>
 #include <import/import.hpp>
 
 #include <gtest/gtest.h>
@@ -29,6 +31,7 @@
 namespace lf::import {
 namespace {
 
+using host_testing::describe;
 using Oxtavel::KeldarComponents::GetComponentVersionRangeFactory;
 using Oxtavel::KeldarComponents::PackageSpecifier;
 using second_platform::host;
@@ -42,50 +45,10 @@ constexpr auto on = Behavior::WithPackageImports;
 constexpr auto off = Behavior::WithoutPackageImports;
 constexpr auto follow = Behavior::FollowFeatureSwitch;
 
-// One line for each entry; texts are plain ASCII.
-
-std::string narrow(std::u16string_view text) {
-    return {text.begin(), text.end()};
-}
-
-std::string describe(PackageImportEntry const& entry) {
-    return "package " + narrow(entry.getPackageSpecifier().ToString()) + " as " +
-           narrow(entry.getIntroducedName());
-}
-
-std::string describe(FullyQualifiedImportEntry const& entry) {
-    return "name " + narrow(entry.getIntroducedName()) + " of " + narrow(entry.getRawArgument()) +
-           " in " + narrow(entry.getRootElement());
-}
-
-std::string describe(WildcardImportEntry const& entry) {
-    return "wildcard " + narrow(entry.getRawArgument()) + " in " + narrow(entry.getRootElement());
-}
-
-std::string describe(resource_core::BaseMsgID const& message) {
-    std::string text = message.key;
-    for (resource_core::MsgArgument const& argument : message.arguments) {
-        text += ' ' + narrow(std::get<std::u16string>(argument));
-    }
-    return text;
-}
-
-std::string describe(InvalidImportEntry const& entry) {
-    return (entry.isWarning() ? "warning " : "error ") + describe(entry.getMsgHolder().getMsgID());
-}
-
 using Lines = std::vector<std::string>;
 
 Lines parse(IImportArgumentParser& parser) {
-    Lines lines;
-    for (ParsedImportEntry const& parsed : parser.parse()) {
-        lines.push_back(std::visit(
-            [](auto const& pair) {
-                return std::to_string(pair.second) + ' ' + describe(pair.first);
-            },
-            parsed));
-    }
-    return lines;
+    return describe(parser.parse());
 }
 
 std::unique_ptr<IImportArgumentParser> createParserOfTexts(Arguments const& command,
@@ -118,25 +81,25 @@ TEST_P(SecondPlatform, SaysWhatACommandMeans) {
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(EveryRow, SecondPlatform, testing::ValuesIn(std::vector<CommandRow>{
-    {{u"1.2.3"}, on, {"0 name 3 of 1.2.3 in 1"}, "identifiers are numbers"},
-    {{u"1.2.*"}, on, {"0 wildcard 1.2.* in 1"}, "in wildcards, too"},
-    {{u"a.b"}, on, {"0 error InvalidImportArgument a.b"}, "letters are no identifiers"},
-    {{u"for"}, on, {"0 error InvalidImportArgument for"}, "so that a word reserved elsewhere is not reserved but invalid"},
-    {{u"1.13"}, on, {"0 error KeywordInImportArgument 1.13 13"}, "the unlucky number is reserved"},
-    {{u"13.1"}, on, {"0 name 1 of 13.1 in 13"}, "unless it comes first"},
-    {{u"666"}, on, {"0 error KeywordInImportArgument 666 666"}, "as the name of a package it is reserved, too"},
-    {{u"12"}, on, {"0 package 12 as 12"}, "packages are numbers"},
-    {{u"007"}, on, {"0 package 7 as 7"}, "the introduced name is the specifier's idea of the name"},
-    {{u"12@5..9"}, on, {"0 package 12@5..9 as 12"}, "ranges are from number to number"},
-    {{u"12@^1.2"}, on, {"0 error InvalidImportArgument 12@^1.2"}, "not what they are elsewhere"},
-    {{u"pkg@5..9"}, on, {"0 error InvalidImportArgument pkg@5..9"}, "nor are names"},
-    {{u"12@5..9", u"as", u"34"}, on, {"2 package 12@5..9 as 34"}, "an alias is a number"},
-    {{u"12", u"as", u"p"}, on, {"2 error InvalidImportArgument p"}, "and no word"},
-    {{u"12", u"as", u"5@01..2"}, on, {"2 error InvalidAliasName 5@1..2"}, "a specifier is put into words by the host"},
-    {{u"a.13"}, off, {"0 name 13 of a.13 in a", "0 warning KeywordInImportArgumentWarning a.13 13"}, "without package imports a reserved number is a warning"},
-    {{u"a.*"}, off, {"0 wildcard a.* in a", "0 warning MalformedImportArgumentWarning a.*"}, "and so is a bad prefix"},
-    {{u"12"}, off, {"0 error ImportArgumentWithoutDot"}, "and a package an error"},
-    {{u"12"}, follow, {"0 error ImportArgumentWithoutDot"}, "the feature starts off"},
+    {{u"1.2.3"}, on, {"0: 1.2.3"}, "identifiers are numbers"},
+    {{u"1.2.*"}, on, {"0: 1.2.*"}, "in wildcards, too"},
+    {{u"a.b"}, on, {"0: error InvalidImportArgument(\"a.b\")"}, "letters are no identifiers"},
+    {{u"for"}, on, {"0: error InvalidImportArgument(\"for\")"}, "so that a word reserved elsewhere is not reserved but invalid"},
+    {{u"1.13"}, on, {"0: error KeywordInImportArgument(\"1.13\", \"13\")"}, "the unlucky number is reserved"},
+    {{u"13.1"}, on, {"0: 13.1"}, "unless it comes first"},
+    {{u"666"}, on, {"0: error KeywordInImportArgument(\"666\", \"666\")"}, "as the name of a package it is reserved, too"},
+    {{u"12"}, on, {"0: 12"}, "packages are numbers"},
+    {{u"007"}, on, {"0: 7"}, "the introduced name is the specifier's idea of the name"},
+    {{u"12@5..9"}, on, {"0: 12@5..9"}, "ranges are from number to number"},
+    {{u"12@^1.2"}, on, {"0: error InvalidImportArgument(\"12@^1.2\")"}, "not what they are elsewhere"},
+    {{u"pkg@5..9"}, on, {"0: error InvalidImportArgument(\"pkg@5..9\")"}, "nor are names"},
+    {{u"12@5..9", u"as", u"34"}, on, {"2: 12@5..9 as 34"}, "an alias is a number"},
+    {{u"12", u"as", u"p"}, on, {"2: error InvalidImportArgument(\"p\")"}, "and no word"},
+    {{u"12", u"as", u"5@01..2"}, on, {"2: error InvalidAliasName(\"5@1..2\")"}, "a specifier is put into words by the host"},
+    {{u"a.13"}, off, {"0: a.13", "0: warning KeywordInImportArgumentWarning(\"a.13\", \"13\")"}, "without package imports a reserved number is a warning"},
+    {{u"a.*"}, off, {"0: a.*", "0: warning MalformedImportArgumentWarning(\"a.*\")"}, "and so is a bad prefix"},
+    {{u"12"}, off, {"0: error ImportArgumentWithoutDot()"}, "and a package an error"},
+    {{u"12"}, follow, {"0: error ImportArgumentWithoutDot()"}, "the feature starts off"},
 }), support::RowName{});
 
 // clang-format on
@@ -164,9 +127,16 @@ class OnASecondPlatform : public testing::Test {
     }
 };
 
+TEST_F(OnASecondPlatform, ThePlatformKeepsTheContract) {
+    for (host_testing::CheckedPromise const& promise :
+         host_testing::checkContract(u"12", u"12@5..9")) {
+        EXPECT_TRUE(promise.isKept()) << promise;
+    }
+}
+
 TEST_F(OnASecondPlatform, TheFeatureSwitchIsTheHosts) {
     host().packageImports = true;
-    EXPECT_EQ(parse(*createParserOfTexts({u"12"}, follow)), Lines{"0 package 12 as 12"});
+    EXPECT_EQ(parse(*createParserOfTexts({u"12"}, follow)), Lines{"0: 12"});
 }
 
 TEST_F(OnASecondPlatform, ARefusedNameIsTheHostsException) {
@@ -197,15 +167,15 @@ TEST_F(OnASecondPlatform, ListsSpeakOfSpecifiersInTheHostsWords) {
     EXPECT_FALSE(list->addStaticImportEntry(name()));
     auto const redeclared = list->addStaticImportEntry(package(u"007@1..2", u"34"));
     ASSERT_TRUE(redeclared.has_value());
-    EXPECT_EQ(describe(redeclared->getMsgID()), "PackageRedeclared 7@1..2");
+    EXPECT_EQ(describe(*redeclared), "error PackageRedeclared(\"7@1..2\")");
     auto const violation = list->addDynamicImportEntry(package(u"8", u"3"));
     ASSERT_TRUE(violation.has_value());
-    EXPECT_EQ(describe(violation->getMsgID()), "PrecedenceViolation 8 3");
+    EXPECT_EQ(describe(*violation), "error PrecedenceViolation(\"8\", \"3\")");
 
     auto const child = createImportList(list->clone());
     auto const found = child->findPackageImportEntry(u"34", Yes);
     ASSERT_TRUE(found.has_value());
-    EXPECT_EQ(describe(found->entry), "package 12@5..9 as 34");
+    EXPECT_EQ(describe(found->entry), "12@5..9 as 34");
     EXPECT_EQ(child->findFullyQualifiedImportEntry(u"3", Yes)->rawArgument, u"1.2.3");
 }
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace recording_platform {
+namespace lf::import::host_testing::recording {
 
 /// Logs questions in the platform's recorder, under the tree's name. You can change the tree at any
 /// time, even while it is read.
@@ -21,7 +21,7 @@ class RecordingTree final : public lf::astapi::ISyntaxTree {
     explicit RecordingTree(std::string treeName,
                            std::vector<std::u16string> const& argumentTexts = {});
 
-    /// The node of the command.
+    /// The command.
     lf::astapi::ImportCommandView command() const { return {this, commandNode}; }
 
     /// Adds an argument to the command and returns its node.
@@ -33,11 +33,19 @@ class RecordingTree final : public lf::astapi::ISyntaxTree {
     /// Removes the last argument of the command.
     void removeLast() { arguments.pop_back(); }
 
+    /// Logs and answers the present number of arguments.
     std::size_t getNumberOfArguments(lf::astapi::NodeHandle askedCommand) const override;
+    /// Logs and answers the argument.
+    ///
+    /// \throws std::out_of_range if there is none of this index.
     lf::astapi::ArgumentNode getArgument(lf::astapi::NodeHandle askedCommand,
                                          std::size_t index) const override;
+    /// Logs and answers the text.
+    ///
+    /// \throws std::out_of_range for a node that is not of this tree.
     std::u16string getText(lf::astapi::NodeHandle askedArgument) const override;
 
+    /// The node of the command.
     static constexpr lf::astapi::NodeHandle commandNode = 70;
     /// The node of the first argument; the following ones are consecutive.
     static constexpr lf::astapi::NodeHandle firstArgumentNode = 100;
@@ -48,4 +56,4 @@ class RecordingTree final : public lf::astapi::ISyntaxTree {
     std::map<lf::astapi::NodeHandle, std::u16string> texts;
 };
 
-} // namespace recording_platform
+} // namespace lf::import::host_testing::recording

@@ -18,13 +18,14 @@
 #include <string>
 #include <string_view>
 
-using recording_platform::recorder;
+namespace recording = lf::import::host_testing::recording;
+using recording::recorder;
 
 namespace lf::util {
 
 bool isValidIdentifier(ConvertibleBasicStringView<char16_t> text) {
     std::u16string_view const view = text;
-    recorder().ask(recording_platform::identifier(std::u16string(view)));
+    recorder().ask(recording::identifier(std::u16string(view)));
     return recorder().isIdentifier(view);
 }
 
@@ -33,7 +34,7 @@ bool isValidIdentifier(ConvertibleBasicStringView<char16_t> text) {
 namespace lfu {
 
 bool isReservedWord(std::u16string const& word, int selector) {
-    recorder().ask(recording_platform::reservedWord(word, selector));
+    recorder().ask(recording::reservedWord(word, selector));
     return recorder().isReserved(word);
 }
 
@@ -42,7 +43,7 @@ bool isReservedWord(std::u16string const& word, int selector) {
 namespace lf::features {
 
 bool isPackageImportsFeatureOn() {
-    recorder().ask(recording_platform::featureSwitch());
+    recorder().ask(recording::featureSwitch());
     return recorder().isFeatureOn;
 }
 
@@ -78,14 +79,14 @@ std::u16string ComponentVersionRange::ToString() const {
 }
 
 IComponentVersionRangeFactory const& GetComponentVersionRangeFactory() {
-    recorder().ask(recording_platform::rangeFactory());
+    recorder().ask(recording::rangeFactory());
     static RangeFactory const factory;
     return factory;
 }
 
 PackageSpecifier::PackageSpecifier(std::u16string const& text,
                                    IComponentVersionRangeFactory const& factory) {
-    recorder().ask(recording_platform::specifier(text));
+    recorder().ask(recording::specifier(text));
     if (!recorder().isSpecifier(text)) {
         throw foundation::core::except::Exception<kpm::arguments::InvalidPackageSpecifier,
                                                   std::exception>();
@@ -99,7 +100,7 @@ PackageSpecifier::PackageSpecifier(std::u16string const& text,
 
 std::u16string PackageSpecifier::ToString() const {
     std::u16string text = textOf(name, range);
-    recorder().ask(recording_platform::specifierText(text));
+    recorder().ask(recording::specifierText(text));
     return text;
 }
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <utility>
 
-namespace recording_platform {
+namespace lf::import::host_testing::recording {
 
 using lf::astapi::ArgumentNode;
 using lf::astapi::NodeHandle;
@@ -40,4 +40,4 @@ std::u16string RecordingTree::getText(NodeHandle askedArgument) const {
     return texts.at(static_cast<std::size_t>(askedArgument));
 }
 
-} // namespace recording_platform
+} // namespace lf::import::host_testing::recording

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: BSL-1.0
 #include "recorder.hpp"
 
-#include <model/outcome.hpp>
+#include <host_testing/quoted.hpp>
 
 #include <algorithm>
 #include <utility>
 
-namespace recording_platform {
+namespace lf::import::host_testing::recording {
 namespace {
 
 bool isDigit(char16_t unit) {
@@ -36,16 +36,16 @@ std::ostream& operator<<(std::ostream& stream, Question const& question) {
     case Service::FeatureSwitch:
         return stream << "feature switch";
     case Service::Identifier:
-        return stream << "identifier " << model::quoted(question.text);
+        return stream << "identifier " << quoted(question.text);
     case Service::ReservedWord:
-        return stream << "reserved word " << model::quoted(question.text) << " with selector "
+        return stream << "reserved word " << quoted(question.text) << " with selector "
                       << question.selector;
     case Service::RangeFactory:
         return stream << "range factory";
     case Service::Specifier:
-        return stream << "specifier " << model::quoted(question.text);
+        return stream << "specifier " << quoted(question.text);
     case Service::SpecifierText:
-        return stream << "text of specifier " << model::quoted(question.text);
+        return stream << "text of specifier " << quoted(question.text);
     case Service::NumberOfArguments:
         return stream << question.tree << ": number of arguments of " << question.node;
     case Service::Argument:
@@ -155,4 +155,4 @@ Recorder& recorder() {
     return theRecorder;
 }
 
-} // namespace recording_platform
+} // namespace lf::import::host_testing::recording

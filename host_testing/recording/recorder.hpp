@@ -2,7 +2,9 @@
 #pragma once
 
 /// \file
-/// What the recording platform was asked, and the rules by which it answers.
+/// The recording platform: the headers of the reference platform with services whose answers are a
+/// test's, and which note what they are asked. Link gleigem::recorded, the library on this
+/// platform, in place of gleigem::gleigem.
 
 #include <lf/astapi/import_command_view.hpp>
 
@@ -14,23 +16,33 @@
 #include <string_view>
 #include <vector>
 
-namespace recording_platform {
+namespace lf::import::host_testing::recording {
 
-/// The services of a host.
+/// The services that record.
 enum class Service : std::uint8_t {
+    /// lf::features
     FeatureSwitch,
+    /// lf::util
     Identifier,
+    /// lfu
     ReservedWord,
+    /// The factory of version ranges
     RangeFactory,
+    /// The constructor of a package specifier
     Specifier,
+    /// Its text
     SpecifierText,
+    /// The first question to a RecordingTree
     NumberOfArguments,
+    /// The second
     Argument,
+    /// The third
     ArgumentText,
 };
 
 /// One question; what does not belong to it is as in an unused one.
 struct Question {
+    /// Who was asked.
     Service service{};
     /// What Identifier, ReservedWord, Specifier and SpecifierText are asked about.
     std::u16string text;
@@ -43,20 +55,30 @@ struct Question {
     /// Of Argument.
     std::size_t index = 0;
 
+    /// Whether all members are equal.
     friend bool operator==(Question const&, Question const&) = default;
 };
 
 /// One line for a person to read.
 std::ostream& operator<<(std::ostream& stream, Question const& question);
 
+/// isPackageImportsFeatureOn()
 Question featureSwitch();
+/// isValidIdentifier(text)
 Question identifier(std::u16string text);
+/// isReservedWord(text, selector)
 Question reservedWord(std::u16string text, int selector);
+/// GetComponentVersionRangeFactory()
 Question rangeFactory();
+/// The constructor of PackageSpecifier with this text
 Question specifier(std::u16string text);
+/// ToString() of a specifier that is this text
 Question specifierText(std::u16string text);
+/// getNumberOfArguments(command) of the tree of this name
 Question numberOfArguments(std::string tree, lf::astapi::NodeHandle command);
+/// getArgument(command, index) of that tree
 Question argument(std::string tree, lf::astapi::NodeHandle command, std::size_t index);
+/// getText(argument) of that tree
 Question argumentText(std::string tree, lf::astapi::NodeHandle argument);
 
 /// Letters, digits and underscores, without a digit at the start; plain ASCII.
@@ -73,11 +95,15 @@ struct Recorder {
     /// Every question since the start, in the order in which they were asked.
     std::vector<Question> log;
 
+    /// The answer of isValidIdentifier.
     std::function<bool(std::u16string_view)> isIdentifier = isAsciiIdentifier;
+    /// The answer of isReservedWord.
     std::function<bool(std::u16string_view)> isReserved = isOneOfThreeReservedWords;
+    /// Whether a text makes a specifier; any other is refused by the exception for that.
     std::function<bool(std::u16string_view)> isSpecifier = isNameWithOrWithoutNumbers;
     /// What the descriptor library calls a package that is written so, without its range.
     std::function<std::u16string(std::u16string)> packageName = std::identity();
+    /// The answer of isPackageImportsFeatureOn.
     bool isFeatureOn = true;
 
     /// Called for each question once it is in the log and before it is answered; can throw, and can
@@ -92,7 +118,8 @@ struct Recorder {
     void ask(Question question);
 };
 
-/// The recorder that all services of this platform share.
+/// The recorder that all services of this platform share. `recorder() = Recorder()` before each
+/// test forgets what was asked and brings the rules back. For one thread.
 Recorder& recorder();
 
-} // namespace recording_platform
+} // namespace lf::import::host_testing::recording
