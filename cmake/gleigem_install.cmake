@@ -1,5 +1,6 @@
 # Installs the library with its public headers, and what find_package(gleigem) and pkg-config need to find it.
-# The reference platform goes along when it was built; a host with a platform of its own installs that itself.
+# The platform goes along, the reference platform as well as one of the host's own, unless the host has found that
+# one installed already.
 # Component Runtime is what a program needs in order to run; Development, what it takes to build and debug one.
 
 include(CMakePackageConfigHelpers)
@@ -10,10 +11,8 @@ set(include_dir "${CMAKE_INSTALL_INCLUDEDIR}/gleigem")
 
 set(installed_targets gleigem gleigem_host)
 set(pkgconfig_libraries "-lgleigem")
-if(NOT GLEIGEM_PLATFORM_TARGET)
-    list(APPEND installed_targets gleigem_platform)
-    string(APPEND pkgconfig_libraries " -lgleigem_platform")
-endif()
+set(found_platform "")
+include(gleigem_install_platform)
 
 # The reference platform's own dependency is the user's as soon as the platform is a static library.
 set(pkgconfig_requirements "")
