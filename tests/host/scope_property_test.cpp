@@ -8,6 +8,7 @@
 
 #include <support/list_program.hpp>
 #include <support/random_check.hpp>
+#include <support/random_programs.hpp>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -83,9 +84,7 @@ void lengthenNames(std::vector<ListStep>& steps, rc::Random& random) {
 }
 
 std::vector<ListStep> makeProgram(rc::Random random) {
-    ListProgram program = support::ListProgramMaker([&random](std::size_t bound) {
-                              return static_cast<std::size_t>(random.next() % bound);
-                          }).program();
+    ListProgram program = support::makeProgram(random);
     lengthenNames(program.steps, random);
     return std::move(program.steps);
 }
