@@ -20,7 +20,6 @@ namespace {
 
 using recording::Recorder;
 using recording::recorder;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 std::vector<CheckedPromise> check() {
@@ -49,9 +48,9 @@ struct FaultRow {
 
 class CheckContract : public testing::TestWithParam<FaultRow> {
   protected:
-    CheckContract() { recorder() = Recorder(); }
+    void SetUp() override { recorder() = Recorder(); }
 
-    ~CheckContract() override { recorder() = Recorder(); }
+    void TearDown() override { recorder() = Recorder(); }
 };
 
 TEST_P(CheckContract, FindsTheFault) {
