@@ -89,6 +89,7 @@ class MessageCatalogue {
     /// A catalogue of \p table, whose texts must live as long as the catalogue:
     /// `MessageCatalogue({{"MixedImportType", "either names or packages"}, ...})`.
     template <std::size_t size>
+    // NOLINTNEXTLINE(modernize-avoid-c-arrays): no other type takes its size from a braced list.
     consteval explicit MessageCatalogue(MessageWords const (&table)[size]) {
         for (MessageWords const& entry : table) {
             take(entry);
