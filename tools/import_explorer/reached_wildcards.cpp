@@ -60,11 +60,9 @@ void ReachedWildcards::removeLast() {
     }
 }
 
-void ReachedWildcards::settle(Holder& holder) {
+void ReachedWildcards::settle(Holder const& holder) {
     if (lastUse > holder.visibleSince) {
         reached.push_back(holder.entry);
-        // A wildcard is listed once for each time that it was visible, not once for each use.
-        holder.visibleSince = time;
     }
 }
 

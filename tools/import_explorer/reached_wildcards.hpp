@@ -59,7 +59,8 @@ class ReachedWildcards {
     };
 
     void removeLast();
-    void settle(Holder& holder);
+    /// Lists \p holder, which is innermost and will not be from now on, if a use has reached it.
+    void settle(Holder const& holder);
 
     /// The last scope within each scope.
     std::vector<ScopeIndex> lastWithin;
