@@ -1,4 +1,4 @@
-"""Counts under callgrind the instructions of the subjects of subjects.cpp, and compares them.
+"""Counts under callgrind the instructions of the subjects of a program, and compares them.
 
     growth_test.py VALGRIND PROGRAM
 
@@ -54,8 +54,8 @@ def floods(counts):
     chosen = {"8 units of one standard hash": "8 units at random",
               "4 units of one hash without a key": "4 units at random"}  # fmt: skip
     for subject, cases in group(counts, "flood").items():
-        for flood, others in chosen.items():
-            yield f"{subject}: {flood}", cases[others], cases[flood], MOST_FOR_A_FLOOD
+        for flood in chosen.keys() & cases.keys():
+            yield f"{subject}: {flood}", cases[chosen[flood]], cases[flood], MOST_FOR_A_FLOOD
 
 
 def main():

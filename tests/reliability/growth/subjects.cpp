@@ -9,14 +9,13 @@
 #include "colliding_names.hpp"
 
 #include <flood.hpp>
+#include <support/counted_instructions.hpp>
 #include <support/foreign_import_list.hpp>
 #include <support/make_entries.hpp>
 
 #include <import/import.hpp>
 
 #include <range/v3/range/primitives.hpp>
-
-#include <valgrind/callgrind.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -39,27 +38,14 @@ using lf::import::PackageImportEntry;
 using lf::import::PackageNameImportArgument;
 using lf::import::WildcardImportArgument;
 using lf::import::WildcardImportEntry;
+using support::CountedInstructions;
 using support::DelegatingImportList;
+using support::writeDownInstructions;
 using workload::Flood;
 using enum IImportList::CheckAncestorList;
 
 using List = std::shared_ptr<IImportList>;
 using Texts = std::vector<std::u16string>;
-
-/// While there is one, instructions count.
-class Counting {
-  public:
-    Counting() { CALLGRIND_TOGGLE_COLLECT; }
-
-    Counting(Counting const&) = delete;
-    Counting& operator=(Counting const&) = delete;
-
-    ~Counting() { CALLGRIND_TOGGLE_COLLECT; }
-};
-
-void writeDown(std::string const& name) {
-    CALLGRIND_DUMP_STATS_AT(name.c_str());
-}
 
 /// A subject that does not do what it says counts for nothing.
 void require(bool isRight) {
@@ -156,7 +142,7 @@ template <MakeEntry Make>
 void measureAdding(std::size_t n) {
     auto entries = makeEntries(Make, numberedTexts(n));
     auto const list = createImportList(nullptr);
-    Counting const counting;
+    CountedInstructions const counting;
     add(std::move(entries), *list);
 }
 
@@ -164,7 +150,7 @@ template <MakeEntry Make>
 void measureFinding(std::size_t n) {
     List const list = filledList(Make, n);
     Texts const names = numberedTexts(n);
-    Counting const counting;
+    CountedInstructions const counting;
     require(countFound(*list, names) == n);
 }
 
@@ -172,14 +158,14 @@ template <MakeEntry Make>
 void measureEnumerating(std::size_t n) {
     List const list = filledList(Make, n);
     List const inner = createImportList(createImportList(list));
-    Counting const counting;
+    CountedInstructions const counting;
     require(enumerate(*inner) == static_cast<std::ptrdiff_t>(n));
 }
 
 template <MakeEntry Make>
 void measureCloning(std::size_t n) {
     List const list = filledList(Make, n);
-    Counting const counting;
+    CountedInstructions const counting;
     require(list->clone()->getNumberOfEntries(No) == n);
 }
 
@@ -212,21 +198,21 @@ List listWithOneOfEachKind() {
 template <Nest NestIn>
 void measureMissing(std::size_t n) {
     List const list = NestIn(listWithOneOfEachKind(), n);
-    Counting const counting;
+    CountedInstructions const counting;
     require(countFound(*list, {u"missing"}) == 0);
 }
 
 template <Nest NestIn>
 void measureFindingOutside(std::size_t n) {
     List const list = NestIn(listWithOneOfEachKind(), n);
-    Counting const counting;
+    CountedInstructions const counting;
     require(countFound(*list, {u"package", u"name"}) == 2);
 }
 
 template <Nest NestIn>
 void measureAddingInside(std::size_t n) {
     List const list = NestIn(listWithOneOfEachKind(), n);
-    Counting const counting;
+    CountedInstructions const counting;
     require(!list->addStaticImportEntry(support::makeName(u"other.name")));
     require(list->addStaticImportEntry(support::makeName(u"package.name")).has_value());
 }
@@ -234,7 +220,7 @@ void measureAddingInside(std::size_t n) {
 template <Nest NestIn>
 void measureEnumeratingInside(std::size_t n) {
     List const list = NestIn(listWithOneOfEachKind(), n);
-    Counting const counting;
+    CountedInstructions const counting;
     require(enumerate(*list) == 3);
 }
 
@@ -246,26 +232,26 @@ void measureEnumeratingAnEntryOfEach(std::size_t n) {
         list = NestIn(std::move(list), 1);
         require(!list->addStaticImportEntry(packageAs(numbered(u"package", number))));
     }
-    Counting const counting;
+    CountedInstructions const counting;
     require(enumerate(*list) == static_cast<std::ptrdiff_t>(n));
 }
 
 template <Nest NestIn>
 void measureTotals(std::size_t n) {
     List const list = NestIn(createImportList(nullptr), n);
-    Counting const counting;
+    CountedInstructions const counting;
     require(list->isEmpty(Yes) && list->getNumberOfEntries(Yes) == 0);
 }
 
 template <Nest NestIn>
 void measureDestroying(std::size_t n) {
     List list = NestIn(createImportList(nullptr), n);
-    Counting const counting;
+    CountedInstructions const counting;
     list.reset();
 }
 
 void measureParsing(Texts command, std::size_t entries) {
-    Counting const counting;
+    CountedInstructions const counting;
     auto const parser =
         lf::import::createImportArgumentParser(command, lf::import::Behavior::WithPackageImports);
     require(parser->parse().size() == entries);
@@ -364,25 +350,25 @@ void measureFlood(FloodedIndex const& index, Texts const& texts, std::string con
     std::vector<ImportEntry> entries = makeEntries(index.make, texts);
     entries.erase(entries.begin(), entries.begin() + half);
     {
-        Counting const counting;
+        CountedInstructions const counting;
         add(std::move(entries), *list);
     }
-    writeDown(nameOf("adding"));
+    writeDownInstructions(nameOf("adding"));
     {
-        Counting const counting;
+        CountedInstructions const counting;
         static_cast<void>(countFound(*list, texts));
     }
-    writeDown(nameOf("finding"));
+    writeDownInstructions(nameOf("finding"));
     {
-        Counting const counting;
+        CountedInstructions const counting;
         require(enumerate(*list) == static_cast<std::ptrdiff_t>(texts.size()));
     }
-    writeDown(nameOf("enumerating"));
+    writeDownInstructions(nameOf("enumerating"));
     {
-        Counting const counting;
+        CountedInstructions const counting;
         require(list->clone()->getNumberOfEntries(Yes) == texts.size());
     }
-    writeDown(nameOf("cloning"));
+    writeDownInstructions(nameOf("cloning"));
 }
 
 void measureAllFloods() {
@@ -411,7 +397,8 @@ int main() {
     for (auto const& [why, measure, n, growth] : subjects) {
         for (std::size_t const size : {n, 2 * n, 4 * n}) {
             measure(size);
-            writeDown(std::string(growth) + ": " + std::string(why) + ": " + std::to_string(size));
+            writeDownInstructions(std::string(growth) + ": " + std::string(why) + ": " +
+                                  std::to_string(size));
         }
     }
     measureAllFloods();
