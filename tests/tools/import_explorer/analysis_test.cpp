@@ -259,6 +259,25 @@ TEST(Analysis, ListsAHundredInheritedEntriesAndCountsTheOthers) {
     EXPECT_EQ(file.scopes.at(1).view->inherited.omitted, 3U);
 }
 
+TEST(Analysis, ListsInheritedEntriesInProportionToTheSizeOfTheFile) {
+    std::string script;
+    for (int count = 0; count < 50; ++count) {
+        script += "import a.b" + std::to_string(count) + "\n";
+    }
+    for (int count = 0; count < 50; ++count) {
+        script += "scope s {\n}\n";
+    }
+    AnalysedFile const file = analyseScript(script);
+    std::size_t listed = 0;
+    std::size_t omitted = 0;
+    for (AnalysedScope const& scope : file.scopes) {
+        listed += scope.view->inherited.listed.size();
+        omitted += scope.view->inherited.omitted;
+    }
+    EXPECT_EQ(listed, script.size() / bytesForEachViewedEntry);
+    EXPECT_EQ(listed + omitted, 2500U);
+}
+
 TEST(Analysis, ViewsScopesDownToALevel) {
     std::string script;
     for (std::size_t level = 0; level < deepestViewedLevel + 2; ++level) {
