@@ -42,8 +42,11 @@ REGION = {**an_object([], startLine=a_number(1), startColumn=a_number(1), endLin
 LOCATION = an_object([], message=MESSAGE,
                      physicalLocation=an_object(["artifactLocation"], artifactLocation=FILE, region=REGION))
 LEVEL = one_of("none", "note", "warning", "error")
+REPLACEMENT = an_object(["deletedRegion"], deletedRegion=REGION, insertedContent=an_object([], text=TEXT))
+CHANGE = an_object(["artifactLocation", "replacements"], artifactLocation=FILE, replacements=a_list(REPLACEMENT, 1))
+FIX = an_object(["artifactChanges"], description=MESSAGE, artifactChanges=a_list(CHANGE, 1))
 RESULT = an_object(["message"], ruleId=TEXT, level=LEVEL, message=MESSAGE, locations=a_list(LOCATION),
-                   relatedLocations=a_set(LOCATION))
+                   relatedLocations=a_set(LOCATION), fixes=a_set(FIX))
 NOTIFICATION = an_object(["message"], level=LEVEL, message=MESSAGE, locations=a_list(LOCATION))
 INVOCATION = an_object(["executionSuccessful"], executionSuccessful={"type": "boolean"},
                        toolExecutionNotifications=a_list(NOTIFICATION))
@@ -65,8 +68,7 @@ def results_of(log):
 
 def regions_of(value):
     if isinstance(value, dict):
-        if "region" in value:
-            yield value["region"]
+        yield from (value[name] for name in ("region", "deletedRegion") if name in value)
         for element in value.values():
             yield from regions_of(element)
     elif isinstance(value, list):
@@ -116,6 +118,8 @@ class Sarif(unittest.TestCase):
     def test_would_notice_what_the_format_forbids(self):
         log = read_log(["--unused", "-", "no/such/file"], VARIED.encode())
         self.assertTrue(VALIDATOR.is_valid(log))
+        fixes = next(result["fixes"] for result in results_of(log) if "fixes" in result)
+        self.assertEqual(len(fixes), 1)
         changes = {"another version": lambda log: log.update(version="2.0.0"),
                    "no tool": lambda log: log["runs"][0].pop("tool"),
                    "no name": lambda log: log["runs"][0]["tool"]["driver"].pop("name"),
@@ -127,6 +131,8 @@ class Sarif(unittest.TestCase):
                    "a URI with a blank": lambda log: results_of(log)[0]["locations"][0]["physicalLocation"][
                        "artifactLocation"].update(uri="a b"),
                    "an unknown property": lambda log: results_of(log)[0].update(severity="error"),
+                   "no replacement": lambda log: next(result for result in results_of(log) if "fixes" in result)[
+                       "fixes"][0]["artifactChanges"][0].update(replacements=[]),
                    "an unknown level": lambda log: results_of(log)[0].update(level="fatal")}
         for name, change in changes.items():
             changed = copy.deepcopy(log)

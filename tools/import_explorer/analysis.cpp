@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/analysis.hpp>
 
+#include <import_explorer/fixes.hpp>
 #include <import_explorer/import_scopes.hpp>
 #include <import_explorer/message_catalogue.hpp>
 #include <import_explorer/reached_wildcards.hpp>
@@ -284,6 +285,28 @@ std::vector<Diagnostic> findUnusedImports(AnalysedFile const& file) {
     return warnings;
 }
 
+std::vector<Diagnostic> findRepeatedImports(AnalysedFile const& file) {
+    std::vector<Diagnostic> warnings;
+    for (std::size_t command = 0; command < file.commands.size(); ++command) {
+        AnalysedCommand const& analysed = file.commands[command];
+        for (AnalysedEntry const& entry : analysed.entries) {
+            if (entry.outcome != EntryOutcome::Repeated) {
+                continue;
+            }
+            warnings.push_back({lf::import::Severity::Warning,
+                                {},
+                                "this scope already imports '{1}'",
+                                {entry.text},
+                                analysed.command.arguments.at(entry.argument).range,
+                                command,
+                                entry.argument,
+                                Note{Note::Kind::Repeats, entry.earlier.value()},
+                                Finding::RepeatedImport});
+        }
+    }
+    return warnings;
+}
+
 } // namespace
 
 std::string_view toText(EntryKind kind) noexcept {
@@ -317,6 +340,9 @@ NoteInWords describe(AnalysedFile const& file, Note const& note) {
     if (note.kind == Note::Kind::IsMeant) {
         return {"'{1}' is imported here", *entry.introducedName, file.rangeOf(note.entry)};
     }
+    if (note.kind == Note::Kind::Repeats) {
+        return {"'{1}' is imported here", entry.text, file.rangeOf(note.entry)};
+    }
     return {"conflicts with '{1}'", entry.text, file.rangeOf(note.entry)};
 }
 
@@ -339,7 +365,10 @@ AnalysedFile analyse(SourceFile source, AnalysisOptions const& options) {
     }
     if (options.warnsOfUnusedImports) {
         file.diagnostics = mergeInSourceOrder(std::move(file.diagnostics), findUnusedImports(file));
+        file.diagnostics =
+            mergeInSourceOrder(std::move(file.diagnostics), findRepeatedImports(file));
     }
+    proposeFixes(file);
     if (options.syntax == SourceSyntax::Script && options.viewsScopes) {
         viewScopes(file, importScopes);
     }

@@ -167,7 +167,7 @@ struct AnalysisOptions {
     lf::import::Behavior behavior = lf::import::Behavior::FollowFeatureSwitch;
     /// Whether scopes get a view.
     bool viewsScopes = false;
-    /// Whether imports that no use reaches are worth a warning.
+    /// Whether imports that no use reaches, or that repeat another, are worth a warning.
     bool warnsOfUnusedImports = false;
 };
 

@@ -15,6 +15,8 @@ std::string_view toText(Finding finding) noexcept {
         return "UnknownName";
     case Finding::UnusedImport:
         return "UnusedImport";
+    case Finding::RepeatedImport:
+        return "RepeatedImport";
     case Finding::ScopeTooDeep:
         return "ScopeTooDeep";
     }

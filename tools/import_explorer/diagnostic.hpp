@@ -33,10 +33,18 @@ struct Note {
     enum class Kind {
         ConflictsWith,
         IsMeant,
+        Repeats,
     };
 
     Kind kind = Kind::ConflictsWith;
     EntryReference entry;
+};
+
+/// A remedy that the program can apply: the import is removed, or gets another alias.
+struct Fix {
+    EntryReference entry;
+    /// Empty if the import is to be removed.
+    std::string alias;
 };
 
 /// What the explorer finds itself.
@@ -44,11 +52,13 @@ enum class Finding {
     ScriptProblem,
     UnknownName,
     UnusedImport,
+    RepeatedImport,
     ScopeTooDeep,
 };
 
 inline constexpr std::array findings{Finding::ScriptProblem, Finding::UnknownName,
-                                     Finding::UnusedImport, Finding::ScopeTooDeep};
+                                     Finding::UnusedImport, Finding::RepeatedImport,
+                                     Finding::ScopeTooDeep};
 
 /// The name of \p finding, which is like a key of the library.
 std::string_view toText(Finding finding) noexcept;
@@ -71,6 +81,7 @@ struct Diagnostic {
     std::optional<Note> note;
     /// What it is, where it has no key.
     Finding finding = Finding::ScriptProblem;
+    std::optional<Fix> fix = std::nullopt;
 };
 
 /// The diagnostics of both, in source order, those of \p first before others at the same place.

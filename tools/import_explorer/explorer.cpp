@@ -2,7 +2,9 @@
 #include <import_explorer/explorer.hpp>
 
 #include <import_explorer/analysis.hpp>
+#include <import_explorer/file_replacement.hpp>
 #include <import_explorer/file_walker.hpp>
+#include <import_explorer/fixes.hpp>
 #include <import_explorer/json_report.hpp>
 #include <import_explorer/progress.hpp>
 #include <import_explorer/sarif_report.hpp>
@@ -130,14 +132,30 @@ class Run {
         }
     }
 
-    std::variant<AnalysedFile, LoadFailure> analyse(FoundFile const& found) const {
+    std::variant<AnalysedFile, LoadFailure> analyse(FoundFile const& found) {
         auto loaded = load(found);
         if (auto* failure = std::get_if<LoadFailure>(&loaded)) {
             return std::move(*failure);
         }
-        return explorer::analyse(
-            std::move(std::get<SourceFile>(loaded)),
-            {options.syntax, options.behavior, options.showsScopes, options.showsUnusedImports});
+        auto& source = std::get<SourceFile>(loaded);
+        AnalysisOptions const how{options.syntax, options.behavior, options.showsScopes,
+                                  options.showsUnusedImports};
+        return options.appliesFixes ? fix(std::move(source), how)
+                                    : explorer::analyse(std::move(source), how);
+    }
+
+    /// The file after its fixes.
+    std::variant<AnalysedFile, LoadFailure> fix(SourceFile source, AnalysisOptions const& how) {
+        std::string const before(source.text());
+        FixedFile fixed = analyseAndFix(std::move(source), how);
+        if (fixed.fixes > 0) {
+            SourceFile const& after = fixed.file.source;
+            if (auto obstacle = replaceFile(after.name(), before, after.text())) {
+                return LoadFailure{after.name(), "cannot fix: " + *obstacle, std::nullopt};
+            }
+            summary.fixes += fixed.fixes;
+        }
+        return std::move(fixed.file);
     }
 
     Options const& options;

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/options.hpp>
 
+#include <import_explorer/source_file.hpp>
+
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <string>
 
 namespace explorer {
@@ -14,24 +17,24 @@ using lf::import::Behavior;
 constexpr char const* description =
     "Shows what the import commands of scripts mean, and what is wrong with them.";
 
+// help2man makes the manual page of it.
 constexpr char const* footer = R"(Scripts consist of
-  import ARGUMENT...          a command, whose imports are added to the scope that it stands in
+  import ARGUMENT...          a command, whose imports are added to the scope that contains it
   dynamic import ARGUMENT...  the same, but added dynamically
   use NAME                    a question: what is NAME here?
-  scope NAME { ... }          a scope within the one around it
+  scope NAME { ... }          a scope inside the enclosing one
 and comments, from # or // to the end of the line. A statement ends with its line or with a semicolon.
 
-Example:
-  $ cat hello.import
-  scope drawing {
-      import shapes.circle shapes.colours.*
-      import renderer@^1.2 as r
-      use circle
-  }
-  $ import_explorer hello.import
+Examples:
+  import_explorer examples                 report on every script below a folder
+  import_explorer --unused --fix a.import  remove what no use reaches and what repeats an import
+  import_explorer --format sarif examples  report to an editor or a code host
 
-Exit status: 0; 1 if there were errors in the input or something could not be read;
-2 for a wrong command line, or when the output cannot be written; 3 if memory did not suffice.)";
+Exit status:
+  0  no errors
+  1  errors in the input, or something could not be read or fixed
+  2  a wrong command line, or the output could not be written
+  3  memory did not suffice)";
 
 Behavior toBehavior(std::string const& packages) {
     if (packages == "on") {
@@ -83,13 +86,19 @@ std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
     CLI::Option* const scopes =
         app.add_flag("--scopes", options.showsScopes,
                      "Show what each scope imports, inherits and hides, as of the end of the file");
-    CLI::Option* const unused = app.add_flag("--unused", options.showsUnusedImports,
-                                             "Warn of imports that no 'use' reaches");
+    CLI::Option* const unused =
+        app.add_flag("--unused", options.showsUnusedImports,
+                     "Warn of imports that no 'use' reaches, and of repeated ones");
+    CLI::Option* const fix =
+        app.add_flag("--fix", options.appliesFixes,
+                     "Change the files by the fixes that the report would show, and report on "
+                     "what is left");
     app.add_flag("--lines", readsLines,
                  "Read any text: each line that begins with the word 'import' is a command, "
                  "and\nof folders all files are read; commands are parsed only")
         ->excludes(scopes)
-        ->excludes(unused);
+        ->excludes(unused)
+        ->excludes(fix);
     CLI::Option* const formatOption =
         app.add_option("--format", format,
                        "Write text, one JSON document or, for editors and code hosts, one of\n"
@@ -111,6 +120,9 @@ std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
     }
     if (options.paths.empty()) {
         return usageError("nothing to read: name files or folders, or - for standard input");
+    }
+    if (options.appliesFixes && std::ranges::count(options.paths, standardInputPath) > 0) {
+        return usageError("--fix changes files: standard input is none");
     }
     options.behavior = toBehavior(packages);
     options.isFeatureOn = feature == "on";

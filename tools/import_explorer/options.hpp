@@ -42,6 +42,7 @@ struct Options {
     bool isQuiet = false;
     bool showsScopes = false;
     bool showsUnusedImports = false;
+    bool appliesFixes = false;
 };
 
 /// What is to be done instead of a run.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/sarif_report.hpp>
 
+#include <import_explorer/fixes.hpp>
 #include <import_explorer/json_writer.hpp>
 #include <import_explorer/utf8.hpp>
 
@@ -20,6 +21,10 @@ namespace explorer {
 namespace {
 
 using lf::import::host::fillPlaceholders;
+
+/// A file has so many results with a fix at least, and one more for so many bytes.
+constexpr std::size_t leastFixes = 10;
+constexpr std::size_t bytesForEachFix = 4;
 
 /// \p path as a relative or absolute URI reference, with bytes that cannot stand in one encoded.
 std::string toUri(std::string_view path) {
@@ -54,8 +59,8 @@ std::string escapeMessage(std::string_view text) {
     return escaped;
 }
 
-void writeMessage(JsonWriter& json, std::string_view text) {
-    json.key("message");
+void writeMessage(JsonWriter& json, std::string_view text, std::string_view key = "message") {
+    json.key(key);
     json.beginObject();
     json.field("text", escapeMessage(text));
     json.endObject();
@@ -68,16 +73,14 @@ void writeFile(JsonWriter& json, std::string_view uri) {
     json.endObject();
 }
 
-std::size_t countCharacters(std::string_view text) {
-    auto const others = std::count_if(text.begin(), text.end(), isContinuationByte);
-    return text.size() - static_cast<std::size_t>(others);
-}
-
 /// Writes the results of one file.
 class ResultWriter {
   public:
     ResultWriter(JsonWriter& writer, AnalysedFile const& analysedFile)
-        : json(writer), file(analysedFile), uri(toUri(analysedFile.source.name())) {}
+        : json(writer),
+          file(analysedFile),
+          uri(toUri(analysedFile.source.name())),
+          fixesLeft(leastFixes + analysedFile.source.size() / bytesForEachFix) {}
 
     void write(Diagnostic const& diagnostic) {
         bool const isError = diagnostic.severity == lf::import::Severity::Error;
@@ -95,6 +98,10 @@ class ResultWriter {
         if (diagnostic.note) {
             write(describe(file, *diagnostic.note));
         }
+        if (diagnostic.fix && fixesLeft > 0) {
+            --fixesLeft;
+            write(*diagnostic.fix);
+        }
         json.endObject();
     }
 
@@ -110,22 +117,69 @@ class ResultWriter {
         json.endArray();
     }
 
+    void write(Fix const& fix) {
+        std::array const arguments{cutJsonText(fix.alias)};
+        json.key("fixes");
+        json.beginArray();
+        json.beginObject();
+        writeMessage(json, fillPlaceholders(wordsFor(fix), arguments), "description");
+        json.key("artifactChanges");
+        json.beginArray();
+        json.beginObject();
+        writeFile(json, uri);
+        json.key("replacements");
+        json.beginArray();
+        for (Edit const& edit : editsFor(file, fix)) {
+            write(edit);
+        }
+        json.endArray();
+        json.endObject();
+        json.endArray();
+        json.endObject();
+        json.endArray();
+    }
+
+    void write(Edit const& edit) {
+        json.beginObject();
+        writeRegion("deletedRegion", edit.removed);
+        if (!edit.inserted.empty()) {
+            json.key("insertedContent");
+            json.beginObject();
+            json.field("text", edit.inserted);
+            json.endObject();
+        }
+        json.endObject();
+    }
+
     void writePlace(SourceRange const& range) {
         json.key("physicalLocation");
         json.beginObject();
         writeFile(json, uri);
-        json.key("region");
+        writeRegion("region", range);
+        json.endObject();
+    }
+
+    /// A range with the end of its line ends where the next line begins.
+    void writeRegion(std::string_view name, SourceRange const& range) {
+        std::string_view const text = file.source.text(range);
+        json.key(name);
         json.beginObject();
         json.field("startLine", range.line);
         json.field("startColumn", range.column);
-        json.field("endColumn", range.column + countCharacters(file.source.text(range)));
-        json.endObject();
+        if (text.ends_with('\n') || text.ends_with('\r')) {
+            json.field("endLine", range.line + 1);
+            json.field("endColumn", 1);
+        } else {
+            json.field("endColumn", range.column + countCharacters(text));
+        }
         json.endObject();
     }
 
     JsonWriter& json;
     AnalysedFile const& file;
     std::string uri;
+    /// A fix takes more room than some texts that have one.
+    std::size_t fixesLeft;
 };
 
 class SarifReport final : public IReport {

@@ -42,9 +42,7 @@ class LineCursor {
     /// Passes \p size bytes.
     SourceRange take(std::size_t size) {
         SourceRange const range{begin + position, begin + position + size, number, column};
-        std::string_view const passed = line.substr(position, size);
-        column += passed.size() - static_cast<std::size_t>(std::count_if(
-                                      passed.begin(), passed.end(), isContinuationByte));
+        column += countCharacters(line.substr(position, size));
         position += size;
         return range;
     }

@@ -45,6 +45,9 @@ class SourceFile {
     /// The line with the one-based \p number, without its end (LF, CR LF or CR).
     std::string_view line(std::size_t number) const;
 
+    /// All of it, with a byte order mark.
+    std::string_view text() const noexcept { return contents; }
+
     std::string_view text(SourceRange const& range) const {
         return std::string_view(contents).substr(range.begin, range.end - range.begin);
     }

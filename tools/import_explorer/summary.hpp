@@ -21,6 +21,8 @@ struct Summary {
     std::size_t packages = 0;
     std::size_t errors = 0;
     std::size_t warnings = 0;
+    /// Fixes that were applied.
+    std::size_t fixes = 0;
 
     std::size_t entries() const noexcept { return names + wildcards + packages; }
 

@@ -3,6 +3,7 @@
 
 #include <import_explorer/caret.hpp>
 #include <import_explorer/display_width.hpp>
+#include <import_explorer/fixes.hpp>
 #include <import_explorer/scope_tree.hpp>
 #include <import_explorer/table.hpp>
 
@@ -237,6 +238,10 @@ class FileReport {
                          fill(note.words, std::array{note.argument}));
             writeExcerpt(note.range, Role::Note);
         }
+        if (what.fix) {
+            writeLine({}, style.apply(Role::Note, "fix:") + " " +
+                              fill(wordsFor(*what.fix), std::array{what.fix->alias}));
+        }
     }
 
     void writeMessage(SourceRange const& range, std::string const& severity,
@@ -315,6 +320,7 @@ void TextReport::finish(Summary const& summary, std::chrono::duration<double> ti
                countOf(summary.packages, "package", "packages") + "), " +
                (summary.errors > 0 ? style.apply(Role::Error, errors) : errors) + ", " +
                (summary.warnings > 0 ? style.apply(Role::Warning, warnings) : warnings) + ", " +
+               (summary.fixes > 0 ? countOf(summary.fixes, "fix", "fixes") + " applied, " : "") +
                inSeconds(time) + "\n");
 }
 

@@ -3,6 +3,7 @@
 
 #include <unicode/utf8.h>
 
+#include <algorithm>
 #include <cstdint>
 
 namespace explorer {
@@ -30,6 +31,11 @@ DecodedCharacter decodeCharacter(std::string_view text) {
         return {std::nullopt, size};
     }
     return {static_cast<char32_t>(codePoint), size};
+}
+
+std::size_t countCharacters(std::string_view text) {
+    auto const others = std::count_if(text.begin(), text.end(), isContinuationByte);
+    return text.size() - static_cast<std::size_t>(others);
 }
 
 std::optional<std::size_t> findIllFormedByte(std::string_view text) {

@@ -26,6 +26,9 @@ constexpr bool isContinuationByte(char byte) noexcept {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
+/// The number of characters of \p text, well-formed UTF-8.
+std::size_t countCharacters(std::string_view text);
+
 /// Where the first ill-formed sequence of \p text begins; nothing for well-formed UTF-8.
 std::optional<std::size_t> findIllFormedByte(std::string_view text);
 

@@ -209,7 +209,7 @@ TEST(Analysis, OnlyParsesLines) {
     EXPECT_EQ(file.commands.at(1).entries.at(0).outcome, EntryOutcome::Parsed);
 }
 
-TEST(Analysis, WarnsOfImportsThatNoUseReaches) {
+TEST(Analysis, WarnsOfImportsThatNoUseReachesOrThatRepeatAnother) {
     AnalysedFile const file = analyseScript("import a.b a.b a.c\nimport p@1 as q c\n"
                                             "import r\nimport w.*\nuse b\nuse r.x\n"
                                             "scope s {\nimport x.* x.y\nuse y\n}",
@@ -218,7 +218,8 @@ TEST(Analysis, WarnsOfImportsThatNoUseReaches) {
     for (Diagnostic const& diagnostic : file.diagnostics) {
         diagnostics.push_back(toText(file, diagnostic));
     }
-    EXPECT_EQ(diagnostics, (std::vector<std::string>{"1:16 no 'use' reaches the import of 'a.c'",
+    EXPECT_EQ(diagnostics, (std::vector<std::string>{"1:12 this scope already imports 'a.b' -> 1:8",
+                                                     "1:16 no 'use' reaches the import of 'a.c'",
                                                      "2:17 IncorrectNumberOfAlias",
                                                      "4:8 no 'use' reaches the import of 'w.*'",
                                                      "8:8 no 'use' reaches the import of 'x.*'"}));

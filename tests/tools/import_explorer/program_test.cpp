@@ -12,6 +12,8 @@
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -271,11 +273,93 @@ TEST_F(Program, WritesTheFormatThatIsAskedFor) {
     EXPECT_EQ(run("$explorer --format xml some.import").status, 2);
 }
 
+std::string readFile(fs::path const& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+TEST_F(Program, ShowsFixesBelowDiagnostics) {
+    write("some.import", "import p@1 a.b\nimport p@1; import p@2; import a.b a.b\n");
+    EXPECT_EQ(
+        run("$explorer --quiet --unused some.import").output,
+        R"(some.import:1:12: error: one command imports either packages or dotted names, not both [MixedImportType]
+   1 | import p@1 a.b
+     |            ^~~
+some.import:2:8: warning: no 'use' reaches the import of 'p@1'
+   2 | import p@1; import p@2; import a.b a.b
+     |        ^~~
+some.import:2:20: error: this scope already imports a package under the name that 'p@2' introduces [PackageRedeclared]
+   2 | import p@1; import p@2; import a.b a.b
+     |                    ^~~
+some.import:2:8: note: conflicts with 'p@1'
+   2 | import p@1; import p@2; import a.b a.b
+     |        ^~~
+     | fix: import it as 'p2'
+some.import:2:32: warning: no 'use' reaches the import of 'a.b'
+   2 | import p@1; import p@2; import a.b a.b
+     |                                ^~~
+some.import:2:36: warning: this scope already imports 'a.b'
+   2 | import p@1; import p@2; import a.b a.b
+     |                                    ^~~
+some.import:2:32: note: 'a.b' is imported here
+   2 | import p@1; import p@2; import a.b a.b
+     |                                ^~~
+     | fix: remove this import
+1 file, 4 commands: 3 entries (2 names, 0 wildcards, 1 package), 2 errors, 3 warnings, TIME s
+)");
+}
+
+TEST_F(Program, FixesFilesAndReportsOnWhatIsLeft) {
+    write("a/one.import", "import p@1\r\nimport p@2\r\nuse p; use x\r\n");
+    write("a/two.import", "import c.d\n# text\n");
+    write("a/three.import", "use a.b\n");
+    Outcome const first = run("$explorer --quiet --fix --unused a");
+    EXPECT_EQ(first.status, 1);
+    EXPECT_EQ(readFile(folder.path() / "a/one.import"), "import p@1\r\nuse p; use x\r\n");
+    EXPECT_EQ(readFile(folder.path() / "a/two.import"), "# text\n");
+    EXPECT_EQ(readFile(folder.path() / "a/three.import"), "use a.b\n");
+    EXPECT_EQ(first.output, R"(a/one.import:2:12: error: unknown name 'x'
+   2 | use p; use x
+     |            ^
+3 files, 1 command: 1 entry (0 names, 0 wildcards, 1 package), 1 error, 0 warnings, 3 fixes applied, TIME s
+)");
+    Outcome const second = run("$explorer --quiet --fix --unused a");
+    EXPECT_THAT(second.output, Not(HasSubstr("applied")));
+    EXPECT_EQ(readFile(folder.path() / "a/one.import"), "import p@1\r\nuse p; use x\r\n");
+}
+
+TEST_F(Program, FixesNothingButWhatTheReportWouldShow) {
+    write("some.import", "import c.d c.d\nimport p@1\nimport p@2\n");
+    EXPECT_EQ(run("$explorer --fix some.import").status, 0);
+    EXPECT_EQ(readFile(folder.path() / "some.import"),
+              "import c.d c.d\nimport p@1\nimport p@2 as p2\n");
+}
+
+TEST_F(Program, ReportsAFileThatItCannotFix) {
+    write("some.import", "import c.d\n");
+    write("other.import", "import c.d\n");
+    fs::create_hard_link(folder.path() / "some.import", folder.path() / "linked.import");
+    Outcome const outcome = run("$explorer --fix --unused --quiet some.import other.import");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.output,
+                StartsWith("some.import: error: cannot fix: it has other hard links\n1 file, "));
+    EXPECT_EQ(readFile(folder.path() / "some.import"), "import c.d\n");
+    EXPECT_EQ(readFile(folder.path() / "other.import"), "");
+}
+
+TEST_F(Program, FixesNoStandardInputAndNoLines) {
+    for (std::string const arguments : {"--fix -", "--fix --lines some.import"}) {
+        Outcome const outcome = run("$explorer " + arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_THAT(outcome.errorOutput, StartsWith("import_explorer: error: ")) << arguments;
+    }
+}
+
 TEST_F(Program, TellsHowItIsUsed) {
     Outcome const help = run("$explorer --help");
     EXPECT_EQ(help.status, 0);
     EXPECT_THAT(help.output, HasSubstr("import_explorer [OPTIONS]"));
-    EXPECT_THAT(help.output, HasSubstr("Example:"));
+    EXPECT_THAT(help.output, HasSubstr("Examples:"));
     Outcome const version = run("$explorer --version");
     EXPECT_EQ(version.status, 0);
     EXPECT_EQ(version.output, "import_explorer (gleigem) " GLEIGEM_VERSION "\n");

@@ -65,7 +65,8 @@ TEST(SarifReport, HasARuleForEachMessageOfTheLibraryAndEachFinding) {
     for (Json const& rule : document["runs"][0]["tool"]["driver"]["rules"]) {
         rules.insert(rule["id"]);
     }
-    std::set<std::string> expected{"ScriptProblem", "UnknownName", "UnusedImport", "ScopeTooDeep"};
+    std::set<std::string> expected{"ScriptProblem", "UnknownName", "UnusedImport", "RepeatedImport",
+                                   "ScopeTooDeep"};
     for (lf::import::MessageKey const& message : lf::import::messageKeys) {
         expected.emplace(message.key);
     }
@@ -104,6 +105,47 @@ TEST(SarifReport, NamesWhatTheExplorerFindsItself) {
     EXPECT_EQ(found, (std::set<std::string>{"ScriptProblem error", "UnknownName error",
                                             "UnusedImport warning", "ScopeTooDeep error"}));
     EXPECT_EQ(files, (std::set<std::string>{"a", "file:///b"}));
+}
+
+Json fixesOf(std::string text) {
+    Json fixes = Json::array();
+    Json const document = reportOn({analyseText("a b", std::move(text))});
+    for (Json const& result : document["runs"][0]["results"]) {
+        if (result.contains("fixes")) {
+            fixes.push_back(result["fixes"]);
+        }
+    }
+    return fixes;
+}
+
+TEST(SarifReport, ReplacesTheWholeLineOfAnImport) {
+    EXPECT_EQ(fixesOf("use x.y\r\nimport a.b\r\n"), Json::parse(R"([[{
+        "description": {"text": "remove this import"},
+        "artifactChanges": [{"artifactLocation": {"uri": "a%20b"}, "replacements": [
+            {"deletedRegion": {"startLine": 2, "startColumn": 1, "endLine": 3, "endColumn": 1}}]}]}]])"));
+}
+
+TEST(SarifReport, CountsTheColumnsOfFixesInCharacters) {
+    EXPECT_EQ(fixesOf("import é.図 a.b # x\nuse 図; use b\nimport p@1\nuse p; import p@2").dump(),
+              Json::parse(R"([[{
+        "description": {"text": "import it as 'p2'"},
+        "artifactChanges": [{"artifactLocation": {"uri": "a%20b"}, "replacements": [
+            {"deletedRegion": {"startLine": 4, "startColumn": 18, "endColumn": 18},
+             "insertedContent": {"text": " as p2"}}]}]}]])")
+                  .dump());
+    EXPECT_EQ(fixesOf("import é.図 é.b # x\nuse 図\n")[0][0]["artifactChanges"][0]["replacements"],
+              Json::parse(
+                  R"([{"deletedRegion": {"startLine": 1, "startColumn": 11, "endColumn": 15}}])"));
+}
+
+TEST(SarifReport, LeavesFixesOutOnceTheyAreManyForTheirText) {
+    std::string const text = "import" + std::string(500, ' ') + "a a a a a a a a a\nuse a\n";
+    EXPECT_EQ(fixesOf(text).size(), 8U);
+    std::string many = "import";
+    for (int count = 0; count < 1000; ++count) {
+        many += " a";
+    }
+    EXPECT_EQ(fixesOf(many + "\nuse a\n").size(), 10U + (6 + 2000 + 7) / 4);
 }
 
 TEST(SarifReport, LeavesNoTextOfAScriptWithAMeaningInMessages) {

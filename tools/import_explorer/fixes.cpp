@@ -1,0 +1,446 @@
+// SPDX-License-Identifier: BSL-1.0
+#include <import_explorer/fixes.hpp>
+
+#include <import_explorer/syntax_tree.hpp>
+#include <import_explorer/utf8.hpp>
+
+#include <import/import.hpp>
+
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <span>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <variant>
+
+namespace explorer {
+
+namespace {
+
+constexpr std::string_view blanksOfALine = " \t\v\f";
+constexpr std::string_view keyOfRedeclaredPackage = "PackageRedeclared";
+constexpr std::size_t firstNumber = 2;
+
+using Names = std::unordered_set<std::string_view>;
+
+std::string_view lastPartOf(std::string_view name) {
+    return name.substr(name.rfind('.') + 1);
+}
+
+std::string_view firstPartOf(std::string_view name) {
+    return name.substr(0, name.find('.'));
+}
+
+void insertIfAny(Names& names, std::optional<std::string> const& name) {
+    if (name) {
+        names.insert(*name);
+    }
+}
+
+template <typename Function>
+void forEachEntry(AnalysedFile const& file, Function function) {
+    for (std::size_t command = 0; command < file.commands.size(); ++command) {
+        std::vector<AnalysedEntry> const& entries = file.commands[command].entries;
+        for (std::size_t entry = 0; entry < entries.size(); ++entry) {
+            function(EntryReference{command, entry}, entries[entry]);
+        }
+    }
+}
+
+/// The entry that a diagnostic of an argument is about. Entries are in the order of arguments.
+EntryReference entryOf(AnalysedFile const& file, Diagnostic const& diagnostic) {
+    std::size_t const command = diagnostic.command.value();
+    std::vector<AnalysedEntry> const& entries = file.commands.at(command).entries;
+    auto const found =
+        std::partition_point(entries.begin(), entries.end(), [&](AnalysedEntry const& entry) {
+            return entry.argument < *diagnostic.argument;
+        });
+    return {command, static_cast<std::size_t>(found - entries.begin())};
+}
+
+/// Tells which unused imports can go without a change of meaning for the rest.
+class Removals {
+  public:
+    explicit Removals(AnalysedFile const& analysed) : file(analysed) {
+        forEachEntry(file, [this](EntryReference const&, AnalysedEntry const& entry) {
+            if (entry.kind == EntryKind::Package) {
+                packages.insert(entry.introducedName.value());
+            } else {
+                roots.insert(entry.rootElement.value());
+            }
+            if (entry.outcome == EntryOutcome::Refused) {
+                insertIfAny(refused, entry.introducedName);
+                insertIfAny(refused, entry.rootElement);
+            }
+            if (entry.outcome == EntryOutcome::Repeated) {
+                keep(entry.earlier.value());
+            }
+        });
+        for (Diagnostic const& diagnostic : file.diagnostics) {
+            isReadWhole = isReadWhole && !hidesUses(diagnostic);
+            if (diagnostic.finding == Finding::UnknownName && diagnostic.note) {
+                keep(diagnostic.note->entry);
+            }
+        }
+    }
+
+    bool allow(EntryReference const& reference) const {
+        AnalysedEntry const& entry = file.at(reference);
+        return isReadWhole && !kept.contains({reference.command, reference.entry}) &&
+               !isIn(refused, entry.introducedName) && !isIn(refused, entry.rootElement) &&
+               !mayHidePackage(entry);
+    }
+
+  private:
+    /// What was not understood may use any import.
+    static bool hidesUses(Diagnostic const& diagnostic) {
+        return diagnostic.key.empty() && (diagnostic.finding == Finding::ScriptProblem ||
+                                          diagnostic.finding == Finding::ScopeTooDeep);
+    }
+
+    static bool isIn(Names const& names, std::optional<std::string> const& name) {
+        return name && names.contains(*name);
+    }
+
+    /// A name hides a package of an enclosing scope from the dotted imports beside it.
+    bool mayHidePackage(AnalysedEntry const& entry) const {
+        return entry.kind != EntryKind::Package && isIn(packages, entry.introducedName) &&
+               isIn(roots, entry.introducedName);
+    }
+
+    void keep(EntryReference const& reference) { kept.emplace(reference.command, reference.entry); }
+
+    AnalysedFile const& file;
+    Names packages;
+    Names roots;
+    Names refused;
+    std::set<std::pair<std::size_t, std::size_t>> kept;
+    bool isReadWhole = true;
+};
+
+/// Makes aliases that do not occur in a file.
+class Aliases {
+  public:
+    explicit Aliases(AnalysedFile const& file) {
+        forEachEntry(file, [this](EntryReference const&, AnalysedEntry const& entry) {
+            insertIfAny(taken, entry.introducedName);
+            insertIfAny(taken, entry.rootElement);
+        });
+        for (AnalysedUse const& analysed : file.uses) {
+            taken.insert(analysed.use.name.text);
+            taken.insert(firstPartOf(analysed.use.name.text));
+        }
+    }
+
+    /// A numbered \p name, which \p package can be imported under, if there is one. The name
+    /// must live as long as this object.
+    std::optional<std::string> find(std::string_view name, std::string const& package) {
+        std::string alias;
+        std::size_t& number = numbers.try_emplace(name, firstNumber).first->second;
+        do {
+            alias = std::string(name).append(std::to_string(number++));
+        } while (taken.contains(alias) || given.contains(alias));
+        if (!isAccepted(package, alias)) {
+            return std::nullopt;
+        }
+        return *given.insert(std::move(alias)).first;
+    }
+
+  private:
+    /// The platform decides what a name is.
+    static bool isAccepted(std::string const& package, std::string const& alias) {
+        ImportCommand const command{0, false, {{package, {}}, {"as", {}}, {alias, {}}}, {}};
+        SyntaxTree tree;
+        auto const parser = lf::import::createImportArgumentParser(
+            tree.add(command), lf::import::Behavior::WithPackageImports);
+        std::vector<lf::import::ParsedImportEntry> const parsed = parser->parse();
+        return std::none_of(parsed.begin(), parsed.end(), [](auto const& entry) {
+            return std::visit(
+                [](auto const& result) {
+                    return std::is_same_v<std::decay_t<decltype(result.first)>,
+                                          lf::import::InvalidImportEntry>;
+                },
+                entry);
+        });
+    }
+
+    Names taken;
+    std::unordered_set<std::string> given;
+    std::unordered_map<std::string_view, std::size_t> numbers;
+};
+
+class FixFinder {
+  public:
+    explicit FixFinder(AnalysedFile const& analysed)
+        : file(analysed), removals(analysed), aliases(analysed) {}
+
+    std::optional<Fix> find(Diagnostic const& diagnostic) {
+        if (diagnostic.key == keyOfRedeclaredPackage) {
+            return mendRedeclaredPackage(entryOf(file, diagnostic));
+        }
+        if (!diagnostic.key.empty() || !diagnostic.argument) {
+            return std::nullopt;
+        }
+        EntryReference const reference = entryOf(file, diagnostic);
+        bool const isRemovable =
+            diagnostic.finding == Finding::RepeatedImport || removals.allow(reference);
+        return isRemovable ? std::optional(Fix{reference, {}}) : std::nullopt;
+    }
+
+  private:
+    std::optional<Fix> mendRedeclaredPackage(EntryReference const& reference) {
+        AnalysedEntry const& entry = file.at(reference);
+        if (!entry.earlier || file.at(*entry.earlier).text == entry.text) {
+            return entry.earlier ? std::optional(Fix{reference, {}}) : std::nullopt;
+        }
+        AnalysedCommand const& analysed = file.commands.at(reference.command);
+        std::optional<std::string> alias =
+            aliases.find(lastPartOf(entry.introducedName.value()),
+                         analysed.command.arguments.at(entry.argument).text);
+        return alias ? std::optional(Fix{reference, std::move(*alias)}) : std::nullopt;
+    }
+
+    AnalysedFile const& file;
+    Removals removals;
+    Aliases aliases;
+};
+
+bool mayHaveFix(Diagnostic const& diagnostic) {
+    return diagnostic.key == keyOfRedeclaredPackage ||
+           diagnostic.finding == Finding::UnusedImport ||
+           diagnostic.finding == Finding::RepeatedImport;
+}
+
+/// The part of a line around a place in it.
+class Line {
+  public:
+    Line(SourceFile const& source, std::size_t lineNumber)
+        : text(source.line(lineNumber)),
+          begin(source.lineBegin(lineNumber)),
+          number(lineNumber),
+          next(lineNumber < source.numberOfLines() ? source.lineBegin(lineNumber + 1)
+                                                   : source.size()) {}
+
+    /// The blanks before \p range and that.
+    SourceRange withBlanksBefore(SourceRange const& range) const {
+        std::string_view const before = text.substr(0, range.begin - begin);
+        std::size_t const size = before.size() - (before.find_last_not_of(blanksOfALine) + 1);
+        return {range.begin - size, range.end, number, range.column - size};
+    }
+
+    /// \p statement with its semicolon and the blanks that it leaves behind: if there is nothing
+    /// else, the whole line.
+    SourceRange withSurroundings(SourceRange const& statement) const {
+        std::size_t end = skipBlanks(statement.end - begin);
+        if (text.substr(end).starts_with(';')) {
+            end = skipBlanks(end + 1);
+        }
+        if (end < text.size()) {
+            return {statement.begin, begin + end, number, statement.column};
+        }
+        SourceRange const range =
+            withBlanksBefore({statement.begin, begin + end, number, statement.column});
+        return range.begin == begin ? whole() : range;
+    }
+
+    /// With its end.
+    SourceRange whole() const { return {begin, next, number, 1}; }
+
+  private:
+    std::size_t skipBlanks(std::size_t position) const {
+        return std::min(text.find_first_not_of(blanksOfALine, position), text.size());
+    }
+
+    std::string_view text;
+    std::size_t begin;
+    std::size_t number;
+    std::size_t next;
+};
+
+/// Makes the edits of fixes of one command.
+class CommandEditor {
+  public:
+    CommandEditor(AnalysedFile const& analysedFile, std::size_t command)
+        : file(analysedFile),
+          analysed(analysedFile.commands.at(command)),
+          line(analysedFile.source, analysed.command.range.line) {}
+
+    std::vector<Edit> edit(std::span<Fix const> fixes) const {
+        if (fixes.size() == analysed.entries.size()) {
+            return {replaceAll(fixes)};
+        }
+        std::vector<Edit> edits;
+        if (std::string commands = commandsWithAlias(fixes); !commands.empty()) {
+            SourceRange const& range = analysed.command.range;
+            edits.push_back(
+                {{range.begin, range.begin, range.line, range.column}, std::move(commands) + "; "});
+        }
+        for (Fix const& fix : fixes) {
+            edits.push_back({line.withBlanksBefore(rangeOf(fix)), {}});
+        }
+        return edits;
+    }
+
+  private:
+    Edit replaceAll(std::span<Fix const> fixes) const {
+        SourceRange const& whole = analysed.command.range;
+        std::string commands = commandsWithAlias(fixes);
+        if (commands.empty()) {
+            return {line.withSurroundings(whole), {}};
+        }
+        return fixes.size() == 1 ? giveAlias(fixes.front()) : Edit{whole, std::move(commands)};
+    }
+
+    Edit giveAlias(Fix const& fix) const {
+        SourceRange const& range = rangeOf(fix);
+        if (hasAlias()) {
+            return {range, fix.alias};
+        }
+        std::size_t const column = range.column + countCharacters(file.source.text(range));
+        return {{range.end, range.end, range.line, column}, " as " + fix.alias};
+    }
+
+    /// Of a command with one entry.
+    bool hasAlias() const {
+        return std::ranges::any_of(analysed.command.arguments,
+                                   [](Word const& word) { return word.text == "as"; });
+    }
+
+    /// A command has one package at most with an alias.
+    std::string commandsWithAlias(std::span<Fix const> fixes) const {
+        std::string commands;
+        for (Fix const& fix : fixes) {
+            if (fix.alias.empty()) {
+                continue;
+            }
+            commands.append(commands.empty() ? "" : "; ")
+                .append(analysed.command.isDynamic ? "dynamic import " : "import ")
+                .append(file.source.text(rangeOf(fix)))
+                .append(" as ")
+                .append(fix.alias);
+        }
+        return commands;
+    }
+
+    SourceRange const& rangeOf(Fix const& fix) const { return file.rangeOf(fix.entry); }
+
+    AnalysedFile const& file;
+    AnalysedCommand const& analysed;
+    Line line;
+};
+
+bool hasOnlyBlanks(std::string_view text) {
+    return text.find_first_not_of(blanksOfALine) == std::string_view::npos;
+}
+
+/// Whether the edits of a line leave only blanks of it.
+bool leaveNothing(AnalysedFile const& file, std::span<Edit const> edits) {
+    std::size_t const number = edits.front().removed.line;
+    std::string_view const line = file.source.line(number);
+    std::size_t const begin = file.source.lineBegin(number);
+    std::size_t position = 0;
+    for (Edit const& edit : edits) {
+        std::size_t const next = std::max(edit.removed.begin - begin, position);
+        if (!edit.inserted.empty() || !hasOnlyBlanks(line.substr(position, next - position))) {
+            return false;
+        }
+        position = std::min(edit.removed.end - begin, line.size());
+    }
+    return hasOnlyBlanks(line.substr(position));
+}
+
+/// Removes lines of which nothing is left.
+std::vector<Edit> withWholeLines(AnalysedFile const& file, std::vector<Edit> const& edits) {
+    std::vector<Edit> result;
+    for (auto begin = edits.begin(); begin != edits.end();) {
+        std::size_t const number = begin->removed.line;
+        auto const end = std::find_if(
+            begin, edits.end(), [&](Edit const& edit) { return edit.removed.line != number; });
+        if (leaveNothing(file, {begin, end})) {
+            result.push_back({Line(file.source, number).whole(), {}});
+        } else {
+            result.insert(result.end(), begin, end);
+        }
+        begin = end;
+    }
+    return result;
+}
+
+/// The fixes of the file by command, those of a command in the order of its entries.
+std::vector<Fix> collectFixes(AnalysedFile const& file) {
+    std::vector<Fix> fixes;
+    for (Diagnostic const& diagnostic : file.diagnostics) {
+        if (diagnostic.fix) {
+            fixes.push_back(*diagnostic.fix);
+        }
+    }
+    std::ranges::sort(fixes, {},
+                      [](Fix const& fix) { return std::pair(fix.entry.command, fix.entry.entry); });
+    return fixes;
+}
+
+} // namespace
+
+void proposeFixes(AnalysedFile& file) {
+    if (std::ranges::none_of(file.diagnostics, mayHaveFix)) {
+        return;
+    }
+    FixFinder finder(file);
+    for (Diagnostic& diagnostic : file.diagnostics) {
+        if (mayHaveFix(diagnostic)) {
+            diagnostic.fix = finder.find(diagnostic);
+        }
+    }
+}
+
+std::string_view wordsFor(Fix const& fix) noexcept {
+    return fix.alias.empty() ? "remove this import" : "import it as '{1}'";
+}
+
+std::vector<Edit> editsFor(AnalysedFile const& file, Fix const& fix) {
+    return CommandEditor(file, fix.entry.command).edit(std::span(&fix, 1));
+}
+
+std::string applyEdits(std::string_view text, std::vector<Edit> const& edits) {
+    std::string result;
+    std::size_t position = 0;
+    for (Edit const& edit : edits) {
+        // Statements that go both claim the blanks between them.
+        std::size_t const begin = std::max(edit.removed.begin, position);
+        result.append(text.substr(position, begin - position)).append(edit.inserted);
+        position = edit.removed.end;
+    }
+    return result.append(text.substr(position));
+}
+
+FixedText applyFixes(AnalysedFile const& file) {
+    std::vector<Fix> const fixes = collectFixes(file);
+    std::vector<Edit> edits;
+    for (auto begin = fixes.begin(); begin != fixes.end();) {
+        std::size_t const command = begin->entry.command;
+        auto const end = std::find_if(begin, fixes.end(),
+                                      [&](Fix const& fix) { return fix.entry.command != command; });
+        for (Edit& edit : CommandEditor(file, command).edit({begin, end})) {
+            edits.push_back(std::move(edit));
+        }
+        begin = end;
+    }
+    return {applyEdits(file.source.text(), withWholeLines(file, edits)), fixes.size()};
+}
+
+FixedFile analyseAndFix(SourceFile source, AnalysisOptions const& options) {
+    std::string const name = source.name();
+    FixedFile result{analyse(std::move(source), options), 0};
+    while (true) {
+        FixedText fixed = applyFixes(result.file);
+        if (fixed.fixes == 0) {
+            return result;
+        }
+        result.fixes += fixed.fixes;
+        result.file = analyse(SourceFile(name, std::move(fixed.text)), options);
+    }
+}
+
+} // namespace explorer
