@@ -15,6 +15,7 @@ demo_packages=(
 )
 
 package_packages=(
+    "help2man            help2man"
     "dpkg-dev            dpkg-shlibdeps"
     "file                file"
     "pkgconf             pkg-config"
