@@ -16,6 +16,10 @@ get_target_property(interface_version gleigem SOVERSION)
 set(runtime_package "libgleigem${interface_version}")
 set(components Runtime Development Documentation)
 set(packages "${runtime_package}" libgleigem-dev gleigem-doc)
+if(TARGET import_explorer AND GLEIGEM_INSTALL_TOOLS)
+    list(APPEND components Tools)
+    list(APPEND packages gleigem-tools)
+endif()
 
 # Only packages have these, each its own copy, as Debian asks for. The changelog comes to lie beside it.
 file(READ LICENSE license)
@@ -85,14 +89,18 @@ refuses conflicts, enumerates what is visible and looks names up.
 # CPack strips what it takes the symbols from.
 if(CMAKE_BUILD_TYPE MATCHES "Deb")
     set(CPACK_DEBIAN_RUNTIME_DEBUGINFO_PACKAGE ON)
+    set(CPACK_DEBIAN_TOOLS_DEBUGINFO_PACKAGE ON)
 else()
     set(CPACK_STRIP_FILES ON)
 endif()
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-# Where the platform is found while the dependencies of the library are worked out.
-get_target_property(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS gleigem_platform BINARY_DIR)
+# Where the libraries are found while the dependencies of those that link them are worked out.
+foreach(target gleigem gleigem_platform)
+    get_target_property(folder ${target} BINARY_DIR)
+    list(APPEND CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${folder}")
+endforeach()
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${CMAKE_CURRENT_LIST_DIR}/package/triggers")
@@ -121,5 +129,14 @@ set(CPACK_DEBIAN_DOCUMENTATION_DESCRIPTION
 ${description}
 This package has the pages about it, the examples and, where Doxygen was at
 hand, the API reference.")
+
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_TOOLS_DESCRIPTION
+    "meaning of a language's import command, tools
+${description}
+This package has import_explorer, which shows what the import commands of
+scripts mean.")
 
 include(CPack)

@@ -6,13 +6,15 @@ foreach(path IN LISTS paths)
         # Made under the umask of whoever packs.
         file(CHMOD "${path}" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ
                                          WORLD_EXECUTE)
-    elseif(path MATCHES "\\.so\\.[0-9.]+$" AND NOT IS_SYMLINK "${path}")
-        # An installed library finds the platform beside it by a search path of its own. In the folder of a
-        # package the loader looks anyway, and Debian wants no such path there.
+    elseif(path MATCHES "\\.so\\.[0-9.]+$|/bin/[^/]+$" AND NOT IS_SYMLINK "${path}")
+        # What is installed finds the libraries by a search path of its own. In the folders of a package the loader
+        # looks anyway, and Debian wants no such path there.
         file(RPATH_REMOVE FILE "${path}")
     elseif(path MATCHES "\\.a$")
         # CPack leaves these as they are, with the paths of the build tree in their debug information.
         execute_process(COMMAND "${CPACK_GLEIGEM_STRIP}" --strip-debug "${path}" COMMAND_ERROR_IS_FATAL ANY)
+    elseif(path MATCHES "/man/man[1-9]/[^/]+\\.[1-9]$")
+        execute_process(COMMAND gzip -9 --no-name "${path}" COMMAND_ERROR_IS_FATAL ANY)
     endif()
 endforeach()
 

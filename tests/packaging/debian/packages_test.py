@@ -50,7 +50,8 @@ class Package:
 
 
 def listed(name):
-    return sorted((options.files / f"{name}_files.txt").read_text(encoding="utf-8").splitlines())
+    lines = (options.files / f"{name}_files.txt").read_text(encoding="utf-8").splitlines()
+    return sorted(line for line in lines if line)
 
 
 class Packages(unittest.TestCase):
@@ -58,7 +59,12 @@ class Packages(unittest.TestCase):
         self.runtime = Package(f"libgleigem{options.soversion}")
         self.development = Package("libgleigem-dev")
         self.documentation = Package("gleigem-doc")
-        self.packages = (self.runtime, self.development, self.documentation)
+        self.packages = [self.runtime, self.development, self.documentation]
+        self.programs = []
+        if options.tools:
+            self.tools = Package("gleigem-tools")
+            self.packages.append(self.tools)
+            self.programs.append(options.unpacked / "usr/bin/import_explorer")
         self.libraries = [file for file in (options.unpacked / "usr/lib").rglob("*.so.*") if not file.is_symlink()]
 
     def test_there_are_no_others(self):
@@ -67,15 +73,18 @@ class Packages(unittest.TestCase):
     def test_hold_these_files_and_no_other(self):
         self.assertEqual(self.runtime.files(), listed("runtime"))
         self.assertEqual(self.development.files(), listed("development"))
+        if options.tools:
+            self.assertEqual(self.tools.files(), listed("tools"))
 
     def test_belong_to_root_and_are_written_by_nobody_else(self):
         for package in self.packages:
             for mode, owner, path in package.entries():
-                expected = {"d": "drwxr-xr-x", "l": "lrwxrwxrwx", "-": "-rw-r--r--"}[mode[0]]
+                file = "-rwxr-xr-x" if path.startswith("usr/bin/") else "-rw-r--r--"
+                expected = {"d": "drwxr-xr-x", "l": "lrwxrwxrwx", "-": file}[mode[0]]
                 self.assertEqual((mode, owner), (expected, "root/root"), path)
 
     def test_describe_themselves(self):
-        for package, section in zip(self.packages, ("libs", "libdevel", "doc")):
+        for package, section in zip(self.packages, ("libs", "libdevel", "doc", "devel")):
             self.assertEqual(package.field("Version"), options.version)
             self.assertEqual(package.field("Section"), section)
             self.assertEqual(package.field("Source"), "gleigem")
@@ -93,6 +102,12 @@ class Packages(unittest.TestCase):
             "librange-v3-dev": None,
         })
 
+    def test_tools_depend_on_that_runtime_and_the_libraries_that_they_need(self):
+        if options.tools:
+            dependencies = self.tools.dependencies()
+            self.assertEqual(dependencies[self.runtime.name], f"= {options.version}")
+            self.assertLessEqual({"libc6", "libstdc++6"}, set(dependencies))
+
     def test_runtime_has_the_linker_cache_renewed_and_runs_nothing_itself(self):
         texts = self.runtime.control_files()
         self.assertEqual(set(texts), {"control", "md5sums", "shlibs", "triggers"})
@@ -103,7 +118,7 @@ class Packages(unittest.TestCase):
         ])
 
     def test_the_others_run_nothing(self):
-        for package in (self.development, self.documentation):
+        for package in self.packages[1:]:
             self.assertEqual(set(package.control_files()), {"control", "md5sums"})
 
     def test_documentation_serves_every_machine_and_holds_what_its_pages_refer_to(self):
@@ -127,15 +142,13 @@ class Packages(unittest.TestCase):
             self.assertEqual(parsed.stderr, "")
             self.assertIn(f"Version: {options.version}\n", parsed.stdout)
 
-    def test_debug_symbols_are_those_of_the_packed_libraries(self):
-        symbols = list(options.packages.glob("*.ddeb"))
-        self.assertEqual(len(symbols), 1 if options.debug_symbols else 0)
-        if symbols:
-            packed = output_of("dpkg-deb", "--contents", symbols[0])
-            for library in self.libraries:
-                notes = output_of(options.readelf, "--notes", library)
-                build = re.search("Build ID: ([0-9a-f]{2})([0-9a-f]+)", notes)
-                self.assertIn(f"usr/lib/debug/.build-id/{build[1]}/{build[2]}.debug", packed)
+    def test_debug_symbols_are_those_of_what_is_packed(self):
+        packed = "".join(output_of("dpkg-deb", "--contents", symbols) for symbols in options.packages.glob("*.ddeb"))
+        for file in self.libraries + self.programs:
+            notes = output_of(options.readelf, "--notes", file)
+            build = re.search("Build ID: ([0-9a-f]{2})([0-9a-f]+)", notes)
+            symbols = f"usr/lib/debug/.build-id/{build[1]}/{build[2]}.debug"
+            self.assertEqual(symbols in packed, options.debug_symbols, file)
 
     @unittest.skipUnless(shutil.which("lintian"), "lintian is not here")
     def test_lintian_finds_no_error(self):
@@ -144,11 +157,11 @@ class Packages(unittest.TestCase):
                         "--suppress-tags", "bogus-mail-host,bogus-mail-host-in-debian-changelog",
                         *(package.path for package in self.packages)], check=True)
 
-    def test_libraries_have_no_search_path_and_are_stripped(self):
+    def test_libraries_and_programs_have_no_search_path_and_are_stripped(self):
         self.assertEqual(len(self.libraries), 2)
-        for library in self.libraries:
-            self.assertNotRegex(output_of(options.readelf, "--dynamic", library), "RPATH|RUNPATH")
-            sections = output_of(options.readelf, "--sections", "--wide", library)
+        for file in self.libraries + self.programs:
+            self.assertNotRegex(output_of(options.readelf, "--dynamic", file), "RPATH|RUNPATH")
+            sections = output_of(options.readelf, "--sections", "--wide", file)
             self.assertIn(".dynsym", sections)
             self.assertNotRegex(sections, r"\.(symtab|debug_info)\b")
 
@@ -164,7 +177,7 @@ def main():
         parser.add_argument(f"--{name}", type=Path, required=True)
     for name in ("version", "soversion", "readelf"):
         parser.add_argument(f"--{name}", required=True)
-    for name in ("debug-symbols", "reference"):
+    for name in ("debug-symbols", "reference", "tools"):
         parser.add_argument(f"--{name}", action="store_true")
     parser.parse_args(namespace=options)
     unittest.main(argv=sys.argv[:1])
