@@ -517,7 +517,7 @@ class Scope {
             return false;
         }
 
-        bool hasOne() { return imported != importsOf(*scope).end() && position != entries->end(); }
+        bool hasOne() { return imported != importsOf(*scope).end() && position != entries.end(); }
 
         /// A list without entries of this kind is not asked for them.
         void open(Scope const* opened) {
@@ -527,8 +527,8 @@ class Scope {
             }
             imported = importsOf(*scope).begin();
             if (imported != importsOf(*scope).end()) {
-                entries.emplace(detail::entriesOf<Entry>(*scope->list, Check::No));
-                position = entries->begin();
+                entries = detail::entriesOf<Entry>(*scope->list, Check::No);
+                position = entries.begin();
             }
         }
 
@@ -539,7 +539,7 @@ class Scope {
         Scope const* scope = nullptr;
         std::size_t distance = 0;
         typename std::list<Import const*>::const_iterator imported;
-        std::optional<Entries> entries;
+        Entries entries;
         decltype(std::declval<Entries&>().begin()) position;
         std::vector<std::pair<Entry const*, ScopedImport>> stored;
         std::size_t next = 0;
