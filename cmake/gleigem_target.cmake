@@ -14,9 +14,13 @@ function(gleigem_configure_target target)
                    VISIBILITY_INLINES_HIDDEN ON
                    POSITION_INDEPENDENT_CODE ON)
     target_compile_options(${target} PRIVATE ${gleigem_warnings})
-    # g++ 12 mistakes an inlined `"text" + std::string` for a copy onto itself.
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-        target_compile_options(${target} PRIVATE -Wno-restrict)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # A parent may ask for it, and then the macros of ICU do not pass.
+        target_compile_options(${target} PRIVATE -Wno-sign-conversion)
+        # g++ 12 mistakes an inlined `"text" + std::string` for a copy onto itself.
+        if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+            target_compile_options(${target} PRIVATE -Wno-restrict)
+        endif()
     endif()
 endfunction()
 
