@@ -101,7 +101,7 @@ constexpr CostlyScript scripts[] = {
      [](std::size_t size) {
          std::string const name(30, 'x');
          return repeat(300, [&](Number n) { return "import a." + name + n + "\n"; }) +
-                repeat(size, [&](Number n) { return "use " + name + "y" + n + "\n"; });
+                repeat(size, [&](Number n) { return "use y" + n + name + "\n"; });
      },
      100, 6},
     {"nested scopes with uses",
