@@ -673,7 +673,8 @@ Texts answersAfterOthers(IImportList const& list) {
     Texts texts;
     for (std::u16string const& name : {u"another"s, u"new"s}) {
         copy->addStaticImportEntry(makePackage(name + u"PackageName", name + u"IntroducedName"));
-        copy->addStaticImportEntry(makeName(name + u"RootElement." + name + u"PackageName"));
+        copy->addStaticImportEntry(makeName(
+            std::u16string(name).append(u"RootElement.").append(name).append(u"PackageName")));
         copy->addStaticImportEntry(makeWildcard(name + u"RootElement.*"));
         append(answersOf(*copy), texts);
     }
