@@ -32,7 +32,7 @@ class FileReplacement : public testing::Test {
 
     fs::path path(char const* name = "some.import") const { return folder.path() / name; }
 
-    std::optional<std::string> replace(fs::path const& file) const {
+    static std::optional<std::string> replace(fs::path const& file) {
         return replaceFile(file.native(), "before", "after");
     }
 
