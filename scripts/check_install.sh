@@ -51,7 +51,7 @@ mapfile -t names < <(for package in build/release/packages/*.deb; do dpkg-deb --
 
 step "installing ${names[*]}"
 apt-get install ./build/release/packages/*.deb </dev/null >/dev/null
-mapfile -t paths < <(dpkg-query --listfiles "${names[@]}" | sort -u)
+mapfile -t paths < <(dpkg-query --listfiles "${names[@]}" | grep --invert-match --line-regexp '/\.' | sort -u)
 
 step "using them by find_package"
 cmake -S examples/quick_start -B "$work/quick_start" -G Ninja >/dev/null

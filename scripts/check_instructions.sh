@@ -11,7 +11,7 @@ baseline=benchmarks/instruction_baseline.json
 require_packages "${benchmark_packages[@]}"
 
 step "configuring preset release"
-cmake --preset release -DGLEIGEM_BUILD_TESTS=ON -DGLEIGEM_BUILD_BENCHMARKS=ON >/dev/null
+cmake --preset release -DGLEIGEM_BUILD_TESTS=ON -DGLEIGEM_BUILD_TOOLS=ON -DGLEIGEM_BUILD_BENCHMARKS=ON >/dev/null
 
 step "building what is counted"
 cmake --build --preset release --target gleigem_instruction_count import_explorer_growth_subjects
