@@ -118,6 +118,7 @@ INSTANTIATE_TEST_SUITE_P(
         UseCase{"of a dotted name the first element",
                 "import p as q\nuse q.x.y\nuse a.b",
                 {"q = p as q:1", "a ="}},
+        UseCase{"which no wildcard supplies", "import a.*\nuse b.c", {"b ="}},
         UseCase{"but a package may introduce a name with dots",
                 "import net.http@1\nscope s {\nimport net@1\nuse net.http\n}",
                 {"net.http = net.http@1:1"}},
