@@ -18,7 +18,13 @@
 #endif
 
 #ifdef GLEIGEM_HAS_ALLOCATION_HOOKS
-#include <sanitizer/allocator_interface.h>
+// g++ has the functions of <sanitizer/allocator_interface.h>, and not that header.
+extern "C" {
+int __sanitizer_install_malloc_and_free_hooks(void (*onAllocation)(void const volatile*,
+                                                                   std::size_t),
+                                              void (*onRelease)(void const volatile*));
+std::size_t __sanitizer_get_allocated_size(void const volatile* memory);
+}
 #endif
 
 // In a file of their own, since g++ takes inlined halves of the pair for a mismatch.
@@ -57,9 +63,7 @@ std::size_t MemoryMeter::peak() const noexcept {
 
 [[maybe_unused]] static int const hooks = __sanitizer_install_malloc_and_free_hooks(
     [](void const volatile* /*memory*/, std::size_t size) { count(size); },
-    [](void const volatile* memory) {
-        discount(__sanitizer_get_allocated_size(const_cast<void const*>(memory)));
-    });
+    [](void const volatile* memory) { discount(__sanitizer_get_allocated_size(memory)); });
 
 #else
 
