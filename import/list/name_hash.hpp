@@ -8,9 +8,9 @@
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 
 namespace lf::import {
@@ -41,8 +41,7 @@ class HashKey {
 
 /// Whether two names are equal. std::u16string_view compares them unit by unit, which is slower.
 inline bool isSame(std::u16string_view left, std::u16string_view right) noexcept {
-    return left.size() == right.size() &&
-           std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
+    return std::equal(left.begin(), left.end(), right.begin(), right.end());
 }
 
 /// The bits of a name in a word of a NameFilter.
