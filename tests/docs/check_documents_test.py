@@ -16,7 +16,7 @@ from check_documents import Document  # noqa: E402
 RUN = "<!-- run -->\n```console\n$ echo a; echo b\n{}```\n"
 SCHEMA = "tools/import_explorer/report.schema.json"
 TABLE = "<!-- fields: {}#Hidden -->\n| field | type | meaning |\n| --- | --- | --- |\n" \
-        "| `entry` | [Reference](#reference) | what is hidden |\n| `by` | [Reference](#reference) | {} |\n\n" \
+        "| `entry` | [Reference](#reference) | the hidden entry |\n| `by` | [Reference](#reference) | {} |\n\n" \
         "## Reference\n"
 
 RIGHT = {
@@ -27,7 +27,7 @@ RIGHT = {
     "an output with another time": "<!-- run -->\n```console\n$ echo 0.25 s\n0.001 s\n```\n",
     "commands that a script runs": "<!-- run by: .ci/run -->\n```console\n$ scripts/test.sh\n```\n",
     "commands that nobody runs": "<!-- not run: it takes an hour -->\n```console\n$ sleep 3600\n```\n",
-    "a table of fields": TABLE.format(SCHEMA, "what hides it"),
+    "a table of fields": TABLE.format(SCHEMA, "the entry that hides it"),
     "code in another language": "```cpp\nint a[](b);\n```\n",
     "links": "# A *b*, `c`!\n\n[a](other.md) [b](#a-b-c) ![c](other.md) [d](other.md#twice-1) "
              "[e](https://example.org)\n",
@@ -45,7 +45,7 @@ WRONG = {
     "commands that nobody runs, for no reason": "<!-- not run: -->\n```console\n$ sleep 3600\n```\n",
     "commands without a mark": "```console\n$ sleep 3600\n```\n",
     "a mark that there is not": "<!-- runs -->\n```sh\nsleep 3600\n```\n",
-    "another table of fields": TABLE.format(SCHEMA, "what is hidden"),
+    "another table of fields": TABLE.format(SCHEMA, "the hidden entry"),
     "a link to no file": "[a](nowhere.md)\n",
     "an image that is not there": "![a](nowhere.svg)\n",
     "a link to no heading here": "[a](#b)\n",
