@@ -38,7 +38,7 @@ ExplorerCost costOf(std::string const& script, KindOfReport const& kind);
 constexpr ExplorerCost limitFor(std::size_t size) noexcept {
     constexpr std::size_t outputPerByte = 400;
     constexpr std::size_t memoryPerByte = 2000;
-    constexpr std::size_t outputPerRun = 1000;
+    constexpr std::size_t outputPerRun = 2000;
     constexpr std::size_t memoryPerRun = 16'000;
     return {outputPerRun + outputPerByte * size, memoryPerRun + memoryPerByte * size};
 }
