@@ -77,7 +77,8 @@ std::string_view firstElementsOf(std::string_view name, std::size_t count) {
     return name.substr(0, end);
 }
 
-/// The names that \p scope and those around it introduce, the nearest and latest first.
+/// The names that \p scope and its enclosing scopes introduce, nearest scope and latest import
+/// first.
 std::vector<std::u16string_view> introducedNames(ImportScope const& scope, std::size_t most) {
     std::vector<std::u16string_view> names;
     for (ImportScope const* each = &scope; each != nullptr; each = each->getParent().get()) {
@@ -93,10 +94,10 @@ std::vector<std::u16string_view> introducedNames(ImportScope const& scope, std::
     return names;
 }
 
-/// Collects the results of a file's statements, one after the other.
+/// Collects the results of the statements of a file, in source order.
 class Analysis {
   public:
-    /// \param scopes where the entries go; without any, they are only described.
+    /// \param scopes the lists to add entries to; if empty, commands are only parsed.
     Analysis(AnalysedFile& target, ImportScopes const& scopes, lf::import::Behavior chosen)
         : file(target), importScopes(scopes), wildcards(target.scopes), behavior(chosen) {}
 
@@ -209,7 +210,7 @@ class Analysis {
         file.commands.at(reference.command).entries.at(reference.entry).isUsed = true;
     }
 
-    /// The import of the most similar name here, the nearest of them first.
+    /// The nearest import that introduces the most similar name, if any.
     std::optional<EntryReference> suggest(AnalysedUse const& analysed) const {
         using lf::import::host::mostComparedNames;
         std::vector<std::u16string_view> const names = introducedNames(*current, mostComparedNames);
@@ -235,13 +236,13 @@ class Analysis {
 
     AnalysedFile& file;
     ImportScopes const& importScopes;
-    /// Null where entries are only described.
+    /// Null if commands are only parsed.
     ImportScope* current = nullptr;
     ReachedWildcards wildcards;
     lf::import::Behavior behavior;
 };
 
-/// Of scopes that lie too deep for a list, only the outermost are reported.
+/// Reports only the outermost of the scopes that are nested too deeply for a list.
 std::vector<Diagnostic> findScopesWithoutList(AnalysedFile const& file,
                                               ImportScopes const& importScopes) {
     std::vector<Diagnostic> errors;

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What the library makes of the imports of a source file.
+/// What the imports of a source file mean.
 
 #include <import_explorer/capped.hpp>
 #include <import_explorer/diagnostic.hpp>
@@ -26,13 +26,13 @@ using EntryKind = lf::import::host::ImportKind;
 /// `name`, `wildcard`, `package`
 std::string_view toText(EntryKind kind) noexcept;
 
-/// What became of an entry.
+/// What happened to an entry.
 enum class EntryOutcome {
-    /// It was for no scope's list.
+    /// It was not meant for a list.
     Parsed,
-    /// The list of its scope has it.
+    /// It was added to the list of its scope.
     Added,
-    /// The list had it already, from an earlier import.
+    /// The list already had it from an earlier import.
     Repeated,
     /// It conflicts with an earlier import.
     Refused,
@@ -44,114 +44,114 @@ std::string_view toText(EntryOutcome outcome) noexcept;
 /// One import, in UTF-8.
 struct AnalysedEntry {
     EntryKind kind = EntryKind::FullyQualified;
-    /// As the library renders it.
+    /// As rendered by the library.
     std::string text;
     /// Nothing for a wildcard.
     std::optional<std::string> introducedName;
     /// Nothing for a package.
     std::optional<std::string> rootElement;
-    /// The argument that it comes from, counted from 0.
+    /// Index of the argument that it comes from.
     std::size_t argument = 0;
     EntryOutcome outcome = EntryOutcome::Parsed;
-    /// The one that it repeats or conflicts with.
+    /// The entry that it repeats or conflicts with.
     std::optional<EntryReference> earlier;
-    /// Whether some use of a name reaches it: finds it or, of a wildcard, may find something in it.
+    /// Whether a use reaches it: the used name is this import or, for a wildcard, may come from it.
     bool isUsed = false;
 };
 
-/// A command with what it imports: nothing when it is in error or has no arguments that count.
+/// A command with its imports: none if the command is in error or has only empty arguments.
 struct AnalysedCommand {
     ImportCommand command;
     std::vector<AnalysedEntry> entries;
 };
 
-/// What a name is where it is used, by the imports before it.
+/// A use of a name, looked up in the imports before it.
 struct AnalysedUse {
     UseOfName use;
-    /// What was looked up: of a dotted name, as many of its first elements as an import introduces,
-    /// or else the first.
+    /// The name that was looked up: the longest leading part of a dotted name that an import
+    /// introduces, or its first element if there is none.
     std::string name;
-    /// What introduces the name, the nearest first: at most one package and one fully qualified
-    /// name.
+    /// The imports that introduce the name, nearest first: at most one package and one fully
+    /// qualified name.
     std::vector<EntryReference> imports;
-    /// Where nothing introduces it: the wildcards that may supply it, the nearest first.
+    /// If no import introduces it: the wildcards that may supply it, nearest first.
     Capped<EntryReference> wildcards;
-    /// For a name that is found nowhere: what introduces the most similar name.
+    /// For an unknown name: the import that introduces the most similar name.
     std::optional<EntryReference> suggestion;
 
-    /// A dotted name whose first element nothing introduces stands for itself.
+    /// A dotted name is known even without an import: it may be fully qualified.
     bool isDotted() const { return use.name.text.find('.') != std::string::npos; }
 
     bool isUnknown() const { return imports.empty() && wildcards.listed.empty() && !isDotted(); }
 };
 
-/// An entry of an enclosing scope that cannot be seen any more.
+/// An entry of an enclosing scope that is hidden.
 struct HiddenEntry {
     EntryReference entry;
-    /// What hides it.
+    /// The entry that hides it.
     EntryReference by;
 };
 
-/// What a scope sees of the scopes around it when the whole file has been read.
+/// The entries of enclosing scopes that a scope sees or hides at the end of the file.
 struct ScopeView {
-    /// Outward: packages, then names, then wildcards.
+    /// Packages, then names, then wildcards; innermost scope first.
     Capped<EntryReference> inherited;
-    /// What its parent sees and itself hides.
+    /// Entries that are visible in the enclosing scope and that this scope hides.
     Capped<HiddenEntry> hidden;
 };
 
-/// So many of the wildcards that may supply a name are listed.
+/// Limit for the wildcards listed for one name.
 inline constexpr std::size_t mostListedWildcards = 5;
 
-/// A view lists so many entries of a kind, as long as the views of a file list no more than one
-/// entry for so many bytes of the script.
+/// Limits for the entries listed in views: per kind and view, and one per so many bytes of the
+/// script over all views of a file.
 inline constexpr std::size_t mostViewedEntries = 100;
 inline constexpr std::size_t bytesForEachViewedEntry = 4;
 
-/// The number of scopes around the scopes that still get a ScopeView.
+/// The deepest level at which a scope gets a ScopeView.
 inline constexpr std::size_t deepestViewedLevel = 16;
 
-/// Views are made while they compare no more than so many entries for each byte of the script.
+/// Limit for the entries compared for views, per byte of the script.
 inline constexpr std::size_t timeForEachByte = 8;
 
-/// The number of scopes with imports around a scope that still gets a list. A question to a list
-/// takes a step for each.
+/// Limit for the number of enclosing scopes with imports; scopes nested deeper get no list, because
+/// the time of a lookup is proportional to that number.
 inline constexpr std::size_t deepestListedLevel = 256;
 
 struct AnalysedScope {
     Scope scope;
-    /// The number of scopes around it.
+    /// The number of enclosing scopes.
     std::size_t level = 0;
     /// The entries of its list, in source order.
     std::vector<EntryReference> entries;
-    /// Where it was asked for, down to the deepest level that gets one, and as long as comparing
-    /// entries is in proportion to the size of the script.
+    /// Null if not requested, below the deepest viewed level, or once comparing entries has reached
+    /// its limit for the file.
     std::optional<ScopeView> view;
 };
 
-/// All that is to be said about one file.
+/// All results for one file.
 struct AnalysedFile {
     SourceFile source;
-    /// The whole file first; every scope directly behind its parent or a scope within that.
+    /// The whole file first; each scope follows its parent and precedes the parent's next sibling.
     std::vector<AnalysedScope> scopes;
     /// In source order.
     std::vector<AnalysedCommand> commands;
     /// In source order.
     std::vector<AnalysedUse> uses;
-    /// Of the script, its commands and its uses, in source order.
+    /// Problems of the script, its commands and its uses, in source order.
     std::vector<Diagnostic> diagnostics;
 
     AnalysedEntry const& at(EntryReference const& reference) const {
         return commands.at(reference.command).entries.at(reference.entry);
     }
 
-    /// The argument from which an entry comes.
+    /// The argument that an entry comes from.
     SourceRange const& rangeOf(EntryReference const& reference) const {
         return commands.at(reference.command).command.arguments.at(at(reference).argument).range;
     }
 };
 
-/// A note in words, with a place `{1}` for its argument, which belongs to the file.
+/// The text of a note, with the placeholder `{1}` for its argument. Refers to the file's text.
 struct NoteInWords {
     std::string_view words;
     std::string_view argument;
@@ -160,19 +160,19 @@ struct NoteInWords {
 
 NoteInWords describe(AnalysedFile const& file, Note const& note);
 
-/// How a file is analysed.
+/// How to analyse a file.
 struct AnalysisOptions {
-    /// Lines are parsed only: they need not belong together, so they are no one's scope.
+    /// With SourceSyntax::Lines, commands are only parsed: unrelated lines form no scope.
     SourceSyntax syntax = SourceSyntax::Script;
     lf::import::Behavior behavior = lf::import::Behavior::FollowFeatureSwitch;
-    /// Whether scopes get a view.
+    /// Whether to make a ScopeView of each scope.
     bool viewsScopes = false;
-    /// Whether imports that no use reaches, or that repeat another, are worth a warning.
+    /// Whether to warn of unused and repeated imports.
     bool warnsOfUnusedImports = false;
 };
 
-/// Reads \p source, parses its commands, puts what they import into the lists of their scopes, and
-/// looks the used names up.
+/// Reads \p source, parses its commands, adds their imports to the lists of their scopes, and looks
+/// up the names that are used.
 AnalysedFile analyse(SourceFile source, AnalysisOptions const& options);
 
 } // namespace explorer

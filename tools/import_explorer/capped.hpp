@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The first of many, with the number of those left out.
+/// A list with a limit, and the number of elements left out.
 
 #include <cstddef>
 #include <utility>
@@ -10,13 +10,13 @@
 
 namespace explorer {
 
-/// Lists so few elements that a file cannot make a report grow with the square of its size.
+/// Keeps a report from growing with the square of the size of a file.
 template <typename Element>
 struct Capped {
     std::vector<Element> listed;
     std::size_t omitted = 0;
 
-    /// Lists \p element unless there are \p limit already.
+    /// Lists \p element, or counts it as omitted if there are \p limit already.
     void add(Element element, std::size_t limit) {
         if (listed.size() < limit) {
             listed.push_back(std::move(element));

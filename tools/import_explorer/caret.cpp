@@ -23,7 +23,7 @@ std::size_t characterBefore(std::string_view line, std::size_t position) {
     return position;
 }
 
-/// Moves from \p position towards the beginning over characters that cost at most \p columns.
+/// Moves from \p position towards the beginning over as many characters as fit into \p columns.
 std::size_t moveBack(std::string_view line, std::size_t position, std::size_t columns) {
     std::size_t cost = 0;
     while (position > 0) {
@@ -41,8 +41,7 @@ std::size_t moveForward(std::string_view line, std::size_t position, std::size_t
     return position + fit(line.substr(position), columns, Tabs::Kept).size;
 }
 
-/// All of a short line; otherwise the stretch with some of what stands before it, cut so that the
-/// window is full.
+/// The whole line if it is short; otherwise a full window with the range and some text before it.
 Window chooseWindow(std::string_view line, std::size_t begin, std::size_t end, std::size_t width) {
     std::size_t const lead = moveForward(line, 0, width);
     if (lead == line.size() || end <= lead) {
@@ -56,7 +55,7 @@ Window chooseWindow(std::string_view line, std::size_t begin, std::size_t end, s
     return {windowBegin, windowEnd};
 }
 
-/// The line below the window, up to the end of the stretch.
+/// The line of carets below the window, up to the end of the range.
 std::string makeCaretLine(std::string_view line, Window const& window, std::size_t begin,
                           std::size_t end) {
     std::string caret;

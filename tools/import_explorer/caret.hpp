@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Shows a stretch of a source line by the line and a run of carets below it.
+/// Shows a range of a source line with carets below it.
 
 #include <cstddef>
 #include <string>
@@ -10,15 +10,15 @@
 
 namespace explorer {
 
-/// Two lines of text that belong below each other, both behind a margin of the same width.
+/// Two lines of text to be printed below each other, with margins of the same width.
 struct Excerpt {
-    /// The source line or, of a long one, the part around the stretch.
+    /// The source line, or the part of a long line around the range.
     std::string source;
-    /// `^~~~` below the stretch. Tabs of the source stand here as well.
+    /// `^~~~` below the range. Contains the tabs of the source, so that both lines align.
     std::string caret;
 };
 
-/// Shows the bytes from \p begin to \p end of \p line, about \p width columns of it.
+/// Shows the bytes from \p begin to \p end of \p line in an excerpt of about \p width columns.
 Excerpt makeExcerpt(std::string_view line, std::size_t begin, std::size_t end,
                     std::size_t width = 100);
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// A problem at a place of a source file, of the library's finding or of the script reader's.
+/// A problem in a source file, reported by the library, the script reader or the explorer itself.
 
 #include <import_explorer/source_file.hpp>
 
@@ -17,18 +17,18 @@
 
 namespace explorer {
 
-/// Names an entry of a file.
+/// Identifies an entry of a file.
 struct EntryReference {
-    /// Position in AnalysedFile::commands.
+    /// Index in AnalysedFile::commands.
     std::size_t command = 0;
-    /// Position in AnalysedCommand::entries.
+    /// Index in AnalysedCommand::entries.
     std::size_t entry = 0;
 
     friend bool operator==(EntryReference const&, EntryReference const&) = default;
 };
 
-/// Points at an import that a problem is about. The entry has the text, however many problems are
-/// about it.
+/// Points at an import that a problem refers to. Refers to the entry instead of copying its text,
+/// since many problems may refer to the same entry.
 struct Note {
     enum class Kind {
         ConflictsWith,
@@ -40,14 +40,14 @@ struct Note {
     EntryReference entry;
 };
 
-/// A remedy that the program can apply: the import is removed, or gets another alias.
+/// A change that the explorer can apply: remove the import or give it another alias.
 struct Fix {
     EntryReference entry;
-    /// Empty if the import is to be removed.
+    /// Empty to remove the import.
     std::string alias;
 };
 
-/// What the explorer finds itself.
+/// The kinds of problems that the explorer itself finds.
 enum class Finding {
     ScriptProblem,
     UnknownName,
@@ -60,32 +60,31 @@ inline constexpr std::array findings{Finding::ScriptProblem, Finding::UnknownNam
                                      Finding::UnusedImport, Finding::RepeatedImport,
                                      Finding::ScopeTooDeep};
 
-/// The name of \p finding, which is like a key of the library.
+/// The name of \p finding, used like a message key of the library.
 std::string_view toText(Finding finding) noexcept;
 
-/// A problem with the text that tells it.
+/// A problem with its text.
 struct Diagnostic {
     lf::import::Severity severity = lf::import::Severity::Error;
-    /// The library's message key; empty for a problem of the explorer's own finding.
+    /// The library's message key; empty for a problem that the explorer finds.
     std::string key;
-    /// The text, with places `{1}`, `{2}` for the arguments.
+    /// The text, with placeholders `{1}`, `{2}` for the arguments.
     std::string_view words;
     /// In UTF-8.
     std::vector<std::string> arguments;
-    /// What the caret points at.
+    /// The range to underline.
     SourceRange range;
-    /// The command that it is about, as an index among the file's commands.
+    /// Index of the command that it is about.
     std::optional<std::size_t> command;
-    /// The argument of that command.
+    /// Index of the argument of that command.
     std::optional<std::size_t> argument;
     std::optional<Note> note;
-    /// What it is, where it has no key.
+    /// The kind of problem if it has no key.
     Finding finding = Finding::ScriptProblem;
     std::optional<Fix> fix = std::nullopt;
 };
 
-/// The diagnostics of both, in source order, those of \p first before others at the same place.
-/// Each must be in source order.
+/// Merges two lists of diagnostics that are in source order. At equal places, \p first goes first.
 std::vector<Diagnostic> mergeInSourceOrder(std::vector<Diagnostic> first,
                                            std::vector<Diagnostic> second);
 

@@ -30,8 +30,8 @@ std::string nameOf(char32_t codePoint) {
     return "<U+" + inHexadecimal(codePoint, digits) + ">";
 }
 
-/// Controls, what steers the writing direction, and what cannot be seen. The two joiners are
-/// needed to write some languages and do no harm.
+/// Control characters, directional formatting, and invisible or unassigned characters. The two
+/// joiners are needed to write some languages and are safe.
 bool isHarmful(char32_t codePoint) {
     constexpr char32_t zeroWidthNonJoiner = 0x200C;
     constexpr char32_t zeroWidthJoiner = 0x200D;
@@ -50,7 +50,7 @@ std::size_t widthOf(char32_t codePoint) {
     if ((U_GET_GC_MASK(character) & combining) != 0) {
         return 0;
     }
-    // The later parts of a Hangul syllable join the first one.
+    // Vowels and trailing consonants of a Hangul syllable combine with its leading consonant.
     int32_t const syllable = u_getIntPropertyValue(character, UCHAR_HANGUL_SYLLABLE_TYPE);
     if (syllable == U_HST_VOWEL_JAMO || syllable == U_HST_TRAILING_JAMO) {
         return 0;

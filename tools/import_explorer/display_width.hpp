@@ -2,8 +2,7 @@
 #pragma once
 
 /// \file
-/// How text looks on a terminal: how wide it is, what of it must not get there, and where it is
-/// cut.
+/// How text is shown on a terminal: its width, escapes for unsafe characters, and truncation.
 
 #include <algorithm>
 #include <cstddef>
@@ -12,51 +11,52 @@
 
 namespace explorer {
 
-/// Stands where text was cut.
+/// The end of truncated text.
 inline constexpr std::string_view cutMark = "...";
 
-/// One character as it is printed.
+/// A character as printed.
 struct DisplayedCharacter {
-    /// What to print: the character itself or, for one that could command or confuse a terminal,
-    /// its name, such as `<U+001B>`. A tab stays a tab.
+    /// The text to print: the character itself or, if it could control or confuse a terminal, an
+    /// escape such as `<U+001B>`. A tab stays a tab.
     std::string text;
-    /// The number of columns that it takes; 1 for a tab.
+    /// Width in columns; 1 for a tab.
     std::size_t width = 0;
-    /// The number of bytes that it takes in the source.
+    /// Size in bytes of the source.
     std::size_t size = 0;
 
     bool isTab() const noexcept { return text == "\t"; }
 
-    /// The columns that it counts for where text is cut. A character of no width counts as well, so
-    /// that a heap of them cannot fill the screen.
+    /// The columns that it counts for truncation. A character without width counts as one column,
+    /// so that a sequence of them cannot fill the screen.
     std::size_t cost() const noexcept { return std::max<std::size_t>(width, 1); }
 };
 
-/// How the first character of \p text, which must not be empty, is printed.
+/// How to print the first character of \p text, which must not be empty.
 DisplayedCharacter display(std::string_view text);
 
-/// What is printed for a tab.
+/// How to print tabs.
 enum class Tabs {
-    /// The tab itself.
+    /// As they are.
     Kept,
-    /// Its name.
+    /// As an escape.
     Named,
 };
 
-/// The beginning of a text, as it is printed on one line.
+/// The beginning of a text, printed on one line.
 struct DisplayedText {
     std::string text;
     std::size_t width = 0;
-    /// The number of bytes that it takes in the source.
+    /// Size in bytes of the source.
     std::size_t size = 0;
 };
 
-/// As much of the beginning of \p text as costs at most \p columns. Nothing else decides where text
-/// is cut.
+/// The longest beginning of \p text that costs at most \p columns. All truncation uses this
+/// function.
 DisplayedText fit(std::string_view text, std::size_t columns, Tabs tabs);
 
-/// \p text for one line of a terminal: made harmless, tabs included, and cut where it costs more
-/// than \p columns, which must have room for the mark; a cut text ends with it.
+/// \p text for one line of a terminal: unsafe characters and tabs are escaped, and text that costs
+/// more than \p columns is truncated and ends with cutMark. \p columns must be at least the width
+/// of cutMark.
 DisplayedText displayText(std::string_view text, std::size_t columns);
 
 } // namespace explorer

@@ -31,7 +31,7 @@ namespace {
 using lf::import::Behavior;
 
 std::string_view environment(char const* name) {
-    // Nothing in this program changes the environment. NOLINTNEXTLINE(concurrency-mt-unsafe)
+    // No thread modifies the environment. NOLINTNEXTLINE(concurrency-mt-unsafe)
     char const* const value = std::getenv(name);
     return value != nullptr ? value : "";
 }
@@ -110,7 +110,7 @@ class Run {
     }
 
   private:
-    /// One file that takes too much memory does not cost the reports of others.
+    /// If memory runs out for one file, the reports on the others are still written.
     void read(FoundFile const& found, Progress& progress) {
         std::variant<AnalysedFile, LoadFailure> read = LoadFailure();
         try {
@@ -119,7 +119,7 @@ class Run {
             isOutOfMemory = true;
             read = LoadFailure{nameOf(found), "out of memory", std::nullopt};
         }
-        // Report and progress share the terminal.
+        // The report and the progress line may share a terminal.
         progress.erase();
         std::visit(
             [this](auto const& what) {
@@ -144,7 +144,7 @@ class Run {
                                     : explorer::analyse(std::move(source), how);
     }
 
-    /// The file after its fixes.
+    /// The file after all fixes.
     std::variant<AnalysedFile, LoadFailure> fix(SourceFile source, AnalysisOptions const& how) {
         std::string const before(source.text());
         FixedFile fixed = analyseAndFix(std::move(source), how);
@@ -174,7 +174,7 @@ ExitStatus explore(Options const& options, Output& output, Output& terminal) {
     try {
         run.readAll();
     } catch (OutputClosed const&) {
-        // Who asked for the report has seen enough of it.
+        // The reader has seen enough, which is not an error.
     } catch (std::bad_alloc const&) {
         output.flush();
         throw;

@@ -2,17 +2,17 @@
 #pragma once
 
 /// \file
-/// A run of the program.
+/// Runs the program.
 
 #include <import_explorer/options.hpp>
 #include <import_explorer/output.hpp>
 
 namespace explorer {
 
-/// Reads what the options name and writes the report to \p output; progress goes to \p terminal if
-/// that is one. Ends quietly, and early, when nobody reads the output any more.
+/// Reads the files that \p options name and writes the report to \p output. Shows progress on
+/// \p terminal if it is a terminal. Stops early, without an error, if the reader closes \p output.
 ///
-/// \throws std::system_error when the output cannot be written.
+/// \throws std::system_error if the output cannot be written.
 ExitStatus explore(Options const& options, Output& output, Output& terminal);
 
 } // namespace explorer

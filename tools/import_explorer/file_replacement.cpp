@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Why a file is not replaced.
+/// Why a file was not replaced.
 struct Obstacle {
     std::string words;
 };
@@ -34,14 +34,14 @@ struct Obstacle {
     fail(step + ": " + error.message());
 }
 
-/// Throws if the call of the system had no success.
+/// Throws if a system call failed.
 void require(bool hasSucceeded, std::string const& step) {
     if (!hasSucceeded) {
         failAt(step, {errno, std::generic_category()});
     }
 }
 
-/// A file beside another, which takes its place or is removed.
+/// A temporary file in the same folder, which replaces the target or is removed.
 class FileBeside {
   public:
     explicit FileBeside(fs::path const& target)
@@ -68,7 +68,7 @@ class FileBeside {
         }
     }
 
-    /// A change of the owner takes bits from the mode.
+    /// Sets the mode last: changing the owner may clear bits of it.
     void becomeLike(struct stat const& status) const {
         require(::fchown(descriptor, status.st_uid, status.st_gid) == 0, "cannot keep its owner");
         require(::fchmod(descriptor, status.st_mode & allBits) == 0, "cannot keep its mode");
@@ -103,7 +103,7 @@ void requireReplaceable(fs::path const& path, struct stat const& status) {
     if (status.st_nlink > 1) {
         fail("it has other hard links");
     }
-    // The superuser may write what nobody is meant to write.
+    // access() always succeeds for the superuser.
     if ((status.st_mode & writable) == 0) {
         fail("it is read-only");
     }

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Replaces the contents of a file at once.
+/// Replaces the contents of a file atomically.
 
 #include <optional>
 #include <string>
@@ -10,12 +10,12 @@
 
 namespace explorer {
 
-/// Replaces the contents of the file at \p path by \p contents if it still has the contents
-/// \p expected: whoever reads it sees one or the other, whole, even after a crash. Mode and owner
-/// stay; a symbolic link stays a link to the file. Refused are what is no regular file, a file with
-/// other hard links, which would keep the old contents, and one that is not writable.
+/// Atomically replaces the contents of the file at \p path by \p contents if they still equal
+/// \p expected. Readers see either the old or the new contents, even after a crash. Keeps mode
+/// and owner, and follows symbolic links. Refuses anything but a regular file, a file that is not
+/// writable, and a file with other hard links, which would keep the old contents.
 ///
-/// \returns in words why the file was not replaced, or nothing
+/// \returns why the file was not replaced, or nothing on success.
 std::optional<std::string> replaceFile(std::string const& path, std::string_view expected,
                                        std::string_view contents);
 

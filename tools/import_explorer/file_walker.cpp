@@ -16,14 +16,14 @@ namespace fs = std::filesystem;
 enum class KindOfEntry {
     Folder,
     File,
-    /// Named like a file that is meant, but something that is not read.
+    /// Matches the filter but is not a regular file, or its kind is unknown.
     Unreadable,
 };
 
 struct Entry {
     fs::path path;
     KindOfEntry kind = KindOfEntry::File;
-    /// Why it is not read.
+    /// Why it is unreadable.
     std::string reason;
 };
 
@@ -31,8 +31,8 @@ bool isHidden(fs::path const& path) {
     return path.filename().native().starts_with('.');
 }
 
-/// What stands in a folder, if it counts. Folders usually know the kinds of their entries, even of
-/// those that cannot be reached.
+/// Returns nothing for what is ignored. Uses the kind stored in the folder entry, which is usually
+/// known even if the file itself cannot be accessed.
 std::optional<Entry> classify(fs::directory_entry const& found, FileFilter filter) {
     fs::path const& path = found.path();
     if (isHidden(path)) {
@@ -60,7 +60,7 @@ std::optional<Entry> classify(fs::directory_entry const& found, FileFilter filte
                   : Entry{path, KindOfEntry::Unreadable, "not a file"};
 }
 
-/// Appends what counts in \p folder, the last in the alphabet first.
+/// Appends the relevant entries of \p folder in reverse alphabetical order.
 std::error_code listInReverse(fs::path const& folder, FileFilter filter,
                               std::vector<Entry>& entries) {
     std::error_code error;
@@ -76,7 +76,7 @@ std::error_code listInReverse(fs::path const& folder, FileFilter filter,
     return error;
 }
 
-/// Deep trees must not exhaust the stack, so the folders still to be done are kept here.
+/// Keeps pending folders in a vector, so that deep trees cannot exhaust the stack.
 void findBelow(fs::path const& root, FileFilter filter, std::vector<FoundFile>& found) {
     std::vector<Entry> pending{{root, KindOfEntry::Folder, {}}};
     while (!pending.empty()) {

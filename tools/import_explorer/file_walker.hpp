@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Finds the files that the user means.
+/// Finds the files to read.
 
 #include <import_explorer/source_file.hpp>
 
@@ -13,22 +13,22 @@
 
 namespace explorer {
 
-/// Scripts are recognised by it.
+/// Files with this suffix are scripts.
 inline constexpr std::string_view scriptSuffix = ".import";
 
-/// Which files of a folder are meant.
+/// Which files in a folder to read.
 enum class FileFilter {
     Scripts,
     AllFiles,
 };
 
-/// A file to read, or why something that may be meant is not read.
+/// The path of a file to read, or why something cannot be read.
 using FoundFile = std::variant<std::string, LoadFailure>;
 
-/// The files at \p paths, in that order; a folder stands for the files in and below it, sorted by
-/// name. Within a folder, hidden files and folders are left out. Symbolic links are not followed,
-/// since they can lead in circles: each that leads to a folder, or would be read as a file, is a
-/// failure.
+/// Returns the files at \p paths, in that order. A folder stands for all files in and below it,
+/// sorted by name, without hidden files and folders. Symbolic links in folders are not followed,
+/// because they can form cycles: a link to a folder, or one that matches \p filter, is reported as
+/// a failure.
 std::vector<FoundFile> findFiles(std::vector<std::string> const& paths, FileFilter filter);
 
 } // namespace explorer

@@ -4,7 +4,7 @@
 /// \file
 /// Finds the fixes of diagnostics and applies them to the text of a file.
 ///
-/// A fix leaves everything else with its meaning: every other import is accepted or refused as
+/// A fix does not change the meaning of anything else: every other import is accepted or refused as
 /// before, and every use reaches the same imports.
 
 #include <import_explorer/analysis.hpp>
@@ -18,49 +18,49 @@
 
 namespace explorer {
 
-/// A replacement of bytes of a file.
+/// A replacement of a range of a file.
 struct Edit {
-    /// A whole line includes its end.
+    /// Includes the line end if a whole line is removed.
     SourceRange removed;
     std::string inserted;
 };
 
-/// Gives each diagnostic of \p file its fix, if it has one:
+/// Adds to each diagnostic of \p file its fix, if it has one:
 ///
-/// - A repeated import is removed, a package that is imported twice alike as well.
-/// - An unused import is removed. It stays where that could change the meaning of the rest: in a
-///   malformed script, where a refused import, a suggestion or a repetition refers to it or to its
-///   names, and where it hides a package that a dotted import starts with.
+/// - A repeated import is removed, including a second import of the same package.
+/// - An unused import is removed unless that could change the meaning of the rest: in a malformed
+///   script, if a refused import, a suggestion or a repetition refers to it or to its names, or if
+///   it hides a package that a dotted import starts with.
 /// - Another package of the same name gets an alias that does not occur in the file.
 void proposeFixes(AnalysedFile& file);
 
-/// What \p fix does, with a place `{1}` for the alias.
+/// The description of \p fix, with the placeholder `{1}` for the alias.
 std::string_view wordsFor(Fix const& fix) noexcept;
 
-/// The changes of \p fix alone, which do not overlap.
+/// The edits for \p fix alone. They do not overlap.
 std::vector<Edit> editsFor(AnalysedFile const& file, Fix const& fix);
 
-/// \p text with \p edits, in the order of their places.
+/// Applies \p edits to \p text. They must be in source order.
 std::string applyEdits(std::string_view text, std::vector<Edit> const& edits);
 
-/// The text of a file with some fixes applied.
+/// The text of a file with fixes applied.
 struct FixedText {
     std::string text;
-    /// How many were applied.
+    /// The number of fixes applied.
     std::size_t fixes = 0;
 };
 
 /// Applies every fix of the diagnostics of \p file.
 FixedText applyFixes(AnalysedFile const& file);
 
-/// A file without anything left to fix.
+/// A file with no fixes left.
 struct FixedFile {
     AnalysedFile file;
-    /// How many fixes were applied.
+    /// The number of fixes applied.
     std::size_t fixes = 0;
 };
 
-/// Analyses \p source and applies fixes until none is left: one can make another possible.
+/// Analyses \p source and applies fixes until none is left, since one fix can enable another.
 FixedFile analyseAndFix(SourceFile source, AnalysisOptions const& options);
 
 } // namespace explorer

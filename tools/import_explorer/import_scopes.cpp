@@ -20,7 +20,7 @@ std::vector<bool> findImporters(std::size_t numberOfScopes, std::span<Statement 
     return imports;
 }
 
-/// The nearest scope with imports, and how many such scopes there are from it outward.
+/// The nearest scope with imports, and the number of scopes with imports from there outward.
 struct Chain {
     std::shared_ptr<ImportScope const> innermost;
     std::size_t length = 0;

@@ -20,8 +20,8 @@ using ImportScope = lf::import::host::Scope<EntryReference>;
 /// Indexed by ScopeIndex; null for a scope that is nested too deeply.
 using ImportScopes = std::vector<std::shared_ptr<ImportScope>>;
 
-/// Makes an empty ImportScope for each scope, within that of the nearest enclosing scope that has
-/// imports. \p statements tell which have.
+/// Creates an empty ImportScope for each scope. Its parent is that of the nearest enclosing scope
+/// with imports, according to \p statements.
 ImportScopes makeImportScopes(std::span<AnalysedScope const> scopes,
                               std::span<Statement const> statements);
 

@@ -22,7 +22,7 @@ std::optional<std::string> cutIfAny(std::optional<std::string> const& text) {
     return text ? std::optional(cutJsonText(*text)) : std::nullopt;
 }
 
-/// Writes one file, each scope, command, use and diagnostic in a line of its own.
+/// Writes one file; each scope, command, use and diagnostic is on its own line.
 class FileWriter {
   public:
     FileWriter(JsonWriter& writer, AnalysedFile const& analysedFile, ScopeDetail scopeDetail)
@@ -204,7 +204,7 @@ class JsonReport final : public IReport {
         FileWriter(json, file, scopeDetail).write();
     }
 
-    /// Failures stand behind the files.
+    /// Failures are written after all files.
     void add(LoadFailure const& failure) override { failures.push_back(failure); }
 
     void finish(Summary const& summary, std::chrono::duration<double> /*time*/) override {

@@ -15,23 +15,23 @@
 
 namespace explorer {
 
-/// A text of a script that takes more bytes is cut at the end of a character, and a mark is put
-/// behind it.
+/// Longer texts of a script are truncated at the end of a character, and an ellipsis is appended.
 inline constexpr std::size_t longestJsonText = 200;
 
 std::string cutJsonText(std::string_view text);
 std::vector<std::string> cutJsonTexts(std::vector<std::string> texts);
 
-/// How the elements of an array, or the members of an object, follow each other.
+/// Layout of the elements of an array or the members of an object.
 enum class JsonLayout {
-    /// Each begins a line of its own.
+    /// Each on its own line.
     Lines,
-    /// All in one line, with whatever is in them.
+    /// All on one line, including everything nested.
     Inline,
 };
 
-/// Writes one JSON document, in UTF-8, in the order of the calls. What is begun is to be ended;
-/// within an object each value follows its key. What is not UTF-8 is replaced by U+FFFD.
+/// Writes one JSON document, in UTF-8, in the order of the calls. Calls to begin and end must
+/// match; in an object, each value must follow its key. Bytes that are not UTF-8 are replaced by
+/// U+FFFD.
 class JsonWriter {
   public:
     explicit JsonWriter(ITextSink& target) noexcept : sink(target) {}
@@ -81,7 +81,7 @@ class JsonWriter {
     void begin(char opening, char closing, JsonLayout layout);
     void end();
     void write(std::size_t number);
-    /// What stands between an element and the one before it.
+    /// Writes the separator between an element and the previous one.
     void separate();
     void element(std::string_view text);
     void beginLine(std::size_t depth);

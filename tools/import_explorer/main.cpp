@@ -56,7 +56,7 @@ ExitStatus runGuarded(int argc, char const* const* argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // A closed pipe is then an error of writing, which ends the program in good order.
+    // Writing to a closed pipe then fails with an error, which ends the program cleanly.
     std::signal(SIGPIPE, SIG_IGN);
     return static_cast<int>(runGuarded(argc, argv));
 }

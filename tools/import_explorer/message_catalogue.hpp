@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The explorer's words for the library's messages.
+/// The explorer's texts for the library's messages.
 
 #include <host/catalogue.hpp>
 

@@ -17,7 +17,7 @@ using lf::import::Behavior;
 constexpr char const* description =
     "Shows what the import commands of scripts mean, and what is wrong with them.";
 
-// help2man makes the manual page of it.
+// help2man generates the manual page from this text.
 constexpr char const* footer = R"(Scripts consist of
   import ARGUMENT...          a command, whose imports are added to the scope that contains it
   dynamic import ARGUMENT...  the same, but added dynamically

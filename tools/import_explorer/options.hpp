@@ -15,14 +15,14 @@
 
 namespace explorer {
 
-/// How a run ends.
+/// Exit status of the program.
 enum class ExitStatus : std::uint8_t {
     Success = 0,
-    /// There were errors in the input.
+    /// There were errors in the input, or a file could not be read or fixed.
     ErrorsFound = 1,
     /// The command line was wrong, or the output could not be written.
     Failure = 2,
-    /// Memory did not suffice for a file; the report says for which.
+    /// Memory ran out; the report names the file.
     OutOfMemory = 3,
 };
 
@@ -45,9 +45,9 @@ struct Options {
     bool appliesFixes = false;
 };
 
-/// What is to be done instead of a run.
+/// Text to print instead of running.
 struct Notice {
-    /// For standard output on success, otherwise for standard error.
+    /// To be printed to standard output on success, otherwise to standard error.
     std::string text;
     ExitStatus status = ExitStatus::Success;
 };

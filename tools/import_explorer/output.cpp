@@ -17,12 +17,12 @@ namespace {
 constexpr std::size_t pieceSize = 65536;
 constexpr std::size_t usualColumns = 80;
 
-// What a signal handler can know.
+// Signal handlers can only access globals.
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 volatile std::sig_atomic_t colouredTerminal = -1;
 
 extern "C" void resetColours(int signal) {
-    // A terminal that takes no more keeps its colours.
+    // If this fails, the terminal keeps its colours.
     static_cast<void>(::write(colouredTerminal, resetSequence.data(), resetSequence.size()) == 0);
     static_cast<void>(std::signal(signal, SIG_DFL));
     static_cast<void>(std::raise(signal));
@@ -70,7 +70,7 @@ bool Output::isTerminal() const noexcept {
 
 std::size_t Output::columns() const noexcept {
     winsize size{};
-    // The interface of the system is variadic. NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg)
+    // ioctl() is variadic. NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg)
     bool const isKnown = ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
     return isKnown ? size.ws_col : usualColumns;
 }
@@ -78,7 +78,7 @@ std::size_t Output::columns() const noexcept {
 void Output::resetColoursOnInterrupt() const {
     colouredTerminal = descriptor;
     for (int const signal : {SIGINT, SIGTERM, SIGHUP}) {
-        // Who starts a program can have it ignore a signal.
+        // The parent process may have chosen to ignore the signal.
         if (std::signal(signal, resetColours) == SIG_IGN) {
             static_cast<void>(std::signal(signal, SIG_IGN));
         }

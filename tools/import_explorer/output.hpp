@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Writing to a file descriptor so that every failure is noticed.
+/// Buffered writing to a file descriptor that detects every failure.
 
 #include <import_explorer/text_sink.hpp>
 
@@ -13,14 +13,14 @@
 
 namespace explorer {
 
-/// Nobody reads the output any more, which is the reader's good right.
+/// The reader has closed the output, for example after `head`. This is not an error.
 class OutputClosed : public std::exception {
   public:
     char const* what() const noexcept override;
 };
 
-/// Collects text and writes it in large pieces to a file descriptor, which it does not own. A
-/// closed pipe is told from other failures only if the process ignores SIGPIPE.
+/// Buffers text for a file descriptor, which it does not own. OutputClosed is only thrown if the
+/// process ignores SIGPIPE.
 class Output final : public ITextSink {
   public:
     explicit Output(int fileDescriptor);
@@ -28,18 +28,18 @@ class Output final : public ITextSink {
     /// \throws OutputClosed, std::system_error
     void write(std::string_view text) override;
 
-    /// Writes all that is still collected. To be called at the end: destruction writes nothing.
+    /// Writes all buffered text. Call this at the end: the destructor writes nothing.
     ///
     /// \throws OutputClosed, std::system_error
     void flush();
 
     bool isTerminal() const noexcept;
 
-    /// The columns of the terminal, or of a usual one where it does not tell.
+    /// The width of the terminal in columns, or a default if it is unknown.
     std::size_t columns() const noexcept;
 
-    /// Lets a signal that ends the program, such as that of Ctrl-C, leave the terminal without the
-    /// colours of the text that it cuts.
+    /// Makes a signal that ends the program, such as SIGINT, first reset the colours of the
+    /// terminal.
     void resetColoursOnInterrupt() const;
 
   private:

@@ -26,13 +26,13 @@ Progress::~Progress() {
     try {
         erase();
     } catch (std::exception const&) {
-        // Then the line stays; nothing depends on it.
+        // The line stays, which does no harm.
         isShown = false;
     }
 }
 
 void Progress::show(std::size_t done, std::string const& name) {
-    // A line that is wrapped could not be erased.
+    // A wrapped line could not be erased.
     std::size_t const columns = std::min(output.columns() - 1, widthOfLine);
     if (!isEnabled || columns < cutMark.size()) {
         return;

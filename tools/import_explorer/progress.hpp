@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// A line on the terminal that tells how far a long run is.
+/// A progress line on the terminal for long runs.
 
 #include <import_explorer/output.hpp>
 
@@ -12,7 +12,7 @@
 
 namespace explorer {
 
-/// Draws one line, again and again in the same place. Short runs show nothing.
+/// Redraws one line in place. Short runs show nothing.
 class Progress {
   public:
     using Clock = std::chrono::steady_clock;
@@ -21,16 +21,16 @@ class Progress {
     static constexpr Clock::duration never = Clock::duration::max();
 
     /// \param total the number of files of the run.
-    /// \param delay how long a run shows nothing; never for a terminal that cannot draw in place.
+    /// \param delay how long to show nothing; `never` if the terminal cannot redraw a line.
     Progress(Output& terminal, std::size_t total, Clock::duration delay);
     Progress(Progress const&) = delete;
     Progress& operator=(Progress const&) = delete;
     ~Progress();
 
-    /// \p done files are done, \p name is the next.
+    /// Shows that \p done files are done and that \p name is next.
     void show(std::size_t done, std::string const& name);
 
-    /// Removes the line; to be called before anything else is written to the terminal.
+    /// Removes the line. Call this before anything else is written to the terminal.
     void erase();
 
   private:

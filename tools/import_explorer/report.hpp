@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What the kinds of report have in common.
+/// Interface of all report formats.
 
 #include <import_explorer/analysis.hpp>
 #include <import_explorer/source_file.hpp>
@@ -13,7 +13,7 @@
 
 namespace explorer {
 
-/// A report on a run, which is written file by file to the sink that it was made for.
+/// A report on a run, written file by file to the sink that it was created with.
 class IReport {
   public:
     IReport() = default;

@@ -22,11 +22,11 @@ namespace {
 
 using lf::import::host::fillPlaceholders;
 
-/// A file has so many results with a fix at least, and one more for so many bytes.
+/// Limits the fixes of a file, which can be long: at least this many, and one per so many bytes.
 constexpr std::size_t leastFixes = 10;
 constexpr std::size_t bytesForEachFix = 4;
 
-/// \p path as a relative or absolute URI reference, with bytes that cannot stand in one encoded.
+/// \p path as a relative or absolute URI reference, percent-encoded where necessary.
 std::string toUri(std::string_view path) {
     constexpr std::string_view plain =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
@@ -43,7 +43,7 @@ std::string toUri(std::string_view path) {
     return uri;
 }
 
-/// \p text as the text of a message, in which braces and links would have a meaning.
+/// Escapes \p text for a message, in which braces and links have a meaning.
 std::string escapeMessage(std::string_view text) {
     std::string escaped;
     escaped.reserve(text.size());
@@ -159,7 +159,7 @@ class ResultWriter {
         json.endObject();
     }
 
-    /// A range with the end of its line ends where the next line begins.
+    /// If the range includes the end of its line, it ends at the beginning of the next line.
     void writeRegion(std::string_view name, SourceRange const& range) {
         std::string_view const text = file.source.text(range);
         json.key(name);
@@ -178,7 +178,7 @@ class ResultWriter {
     JsonWriter& json;
     AnalysedFile const& file;
     std::string uri;
-    /// A fix takes more room than some texts that have one.
+    /// Limited, since a fix can be longer than the text that it changes.
     std::size_t fixesLeft;
 };
 
@@ -194,7 +194,7 @@ class SarifReport final : public IReport {
         }
     }
 
-    /// Failures stand behind the results.
+    /// Failures are written after all results.
     void add(LoadFailure const& failure) override { failures.push_back(failure); }
 
     void finish(Summary const& /*summary*/, std::chrono::duration<double> /*time*/) override {
@@ -224,7 +224,7 @@ class SarifReport final : public IReport {
         json.beginArray(JsonLayout::Lines);
     }
 
-    /// The lines of SourceFile.
+    /// The line ends that SourceFile recognises.
     void writeLineEnds() {
         json.key("newlineSequences");
         json.beginArray();

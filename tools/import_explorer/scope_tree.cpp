@@ -23,8 +23,8 @@ std::string lineOf(AnalysedFile const& file, EntryReference const& reference) {
     return "line " + std::to_string(file.rangeOf(reference).line);
 }
 
-/// Walks the scopes in their order, which is that of the tree, and keeps the guides that lead from
-/// the scopes around the current one to their later parts.
+/// Draws the scopes in order and keeps the guides: the vertical lines that connect enclosing scopes
+/// with their later children.
 class ScopeTree {
   public:
     ScopeTree(AnalysedFile const& analysedFile, Style chosenStyle, ITextSink& target)
@@ -55,7 +55,7 @@ class ScopeTree {
             return;
         }
         bool const isLast = lastChildren[*scope.parent] == index;
-        // The guides of the scope's own depth and of all deeper ones are over.
+        // Guides at the depth of this scope and below end here.
         guides.resize(std::min(level, deepestViewedLevel) - 1);
         std::string line = leadingGuides();
         line += style.apply(Role::Faint, isLast ? "└─ " : "├─ ");
@@ -129,7 +129,7 @@ class ScopeTree {
     AnalysedFile const& file;
     Style style;
     ITextSink& sink;
-    /// By scope; 0 for a scope without children.
+    /// The last child of each scope; 0 if it has none.
     std::vector<ScopeIndex> lastChildren;
     std::vector<std::string_view> guides;
 };

@@ -12,11 +12,11 @@
 
 namespace explorer {
 
-/// `line 7, scope drawing`, `line 2, file`: where an entry was imported.
+/// `line 7, scope drawing` or `line 2, file`: where an entry was imported.
 std::string placeOf(AnalysedFile const& file, EntryReference const& reference);
 
-/// Each scope with what it imports, what it sees of the scopes around it, and what it hides of
-/// that. Levels too deep to have a view are all drawn at the same indentation, with their number.
+/// Draws each scope with the entries that it imports, inherits and hides. Levels too deep for a
+/// view share one indentation and show their number.
 void drawScopes(AnalysedFile const& file, Style style, ITextSink& sink);
 
 } // namespace explorer

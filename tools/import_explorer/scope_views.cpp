@@ -10,7 +10,7 @@ namespace explorer {
 
 namespace {
 
-/// To compare so many bytes takes as long as one more entry.
+/// Comparing this many bytes takes about as long as one more entry.
 constexpr std::size_t bytesInTheTimeOfAnEntry = 16;
 
 class ScopeViewer {
@@ -34,7 +34,7 @@ class ScopeViewer {
     }
 
   private:
-    /// To compare the entries of \p scope and of those around it.
+    /// The time to compare the entries of \p scope and its enclosing scopes, in entries.
     std::size_t timeFor(AnalysedScope const& scope) const {
         std::size_t time = 1 + (scope.scope.parent ? times[*scope.scope.parent] : 0);
         for (EntryReference const& entry : scope.entries) {
@@ -76,7 +76,7 @@ class ScopeViewer {
 
     AnalysedFile& file;
     ImportScopes const& importScopes;
-    /// By scope, in entries.
+    /// The result of timeFor() for each scope.
     std::vector<std::size_t> times;
     std::size_t timeLeft;
     std::size_t entriesLeft;

@@ -2,14 +2,14 @@
 #pragma once
 
 /// \file
-/// What the scopes of a file see of each other.
+/// The entries of enclosing scopes that each scope sees or hides.
 
 #include <import_explorer/analysis.hpp>
 #include <import_explorer/import_scopes.hpp>
 
 namespace explorer {
 
-/// Gives the scopes of \p file their views, by what \p importScopes hold at the end of the file.
+/// Sets the views of the scopes of \p file from \p importScopes as of the end of the file.
 void viewScopes(AnalysedFile& file, ImportScopes const& importScopes);
 
 } // namespace explorer

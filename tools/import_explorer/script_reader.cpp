@@ -29,7 +29,7 @@ SourceRange join(SourceRange const& first, SourceRange const& last) {
     return {first.begin, last.end, first.line, first.column};
 }
 
-/// Walks through one line and knows where it is.
+/// Walks through one line and tracks the position in the file.
 class LineCursor {
   public:
     LineCursor(std::string_view lineText, std::size_t beginOfLine, std::size_t lineNumber)
@@ -39,7 +39,7 @@ class LineCursor {
 
     void skipBlanks() { take(std::min(rest().find_first_not_of(blanks), rest().size())); }
 
-    /// Passes \p size bytes.
+    /// Advances by \p size bytes.
     SourceRange take(std::size_t size) {
         SourceRange const range{begin + position, begin + position + size, number, column};
         column += countCharacters(line.substr(position, size));
@@ -150,8 +150,8 @@ Word toWord(Token const& token) {
     return {std::string(token.text), token.range};
 }
 
-/// Reads the script language. What reads a statement, or a part of one, returns whether the line
-/// can be read on behind it.
+/// Reads the script language. Functions that read a statement, or a part of one, return whether
+/// reading can continue on the same line.
 class ScriptReader {
   public:
     explicit ScriptReader(SourceFile const& file) : source(file) {}
@@ -171,7 +171,8 @@ class ScriptReader {
   private:
     struct OpenScope {
         ScopeIndex index = 0;
-        /// Whether its missing end is worth a word: not when its beginning was wrong already.
+        /// False suppresses the error about a missing end, since the beginning has already been
+        /// reported.
         bool isWellFormed = true;
     };
 
@@ -249,7 +250,8 @@ class ScriptReader {
         return true;
     }
 
-    /// Opens a scope even where its beginning is malformed, so that its '}' does not close another.
+    /// Opens a scope even if its beginning is malformed, so that its '}' does not close another
+    /// one.
     bool readScope(LineLexer& line, Token const& keyword) {
         std::size_t const problemsBefore = script.problems.size();
         Token name{TokenKind::Word, {}, keyword.range};
@@ -324,7 +326,7 @@ class ScriptReader {
                                        : "expected a blank after the quoted text");
     }
 
-    /// Returns what is returned by those who give up the line.
+    /// Returns false, so that the caller can skip the rest of the line.
     bool report(SourceRange const& range, std::string_view words,
                 std::vector<std::string> arguments = {}) {
         script.problems.push_back({lf::import::Severity::Error,

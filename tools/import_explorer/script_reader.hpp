@@ -11,8 +11,8 @@
 ///         use c
 ///     }
 ///
-/// A statement ends with its line or with `;`. An argument is a run of characters that are not
-/// blank, or a text in double quotes. `{` and `}` have their meaning where they stand alone.
+/// A statement ends with its line or with `;`. An argument is a sequence of characters other than
+/// blanks, or quoted text. `{` and `}` are only special where they are separate words.
 
 #include <import_explorer/diagnostic.hpp>
 #include <import_explorer/source_file.hpp>
@@ -25,7 +25,7 @@
 
 namespace explorer {
 
-/// How files are written.
+/// How to read a file.
 enum class SourceSyntax {
     /// The script language.
     Script,
@@ -33,7 +33,7 @@ enum class SourceSyntax {
     Lines,
 };
 
-/// Position of a scope in Script::scopes.
+/// Index in Script::scopes.
 using ScopeIndex = std::size_t;
 
 /// A word of the source.
@@ -71,18 +71,17 @@ struct UseOfName {
 
 using Statement = std::variant<ImportCommand, UseOfName>;
 
-/// A script, flat, so that no depth of nesting is too deep.
+/// A script, stored without nesting, so that its depth is not limited by the stack.
 struct Script {
-    /// The whole file first; every scope behind its parent.
+    /// The whole file first; every scope follows its parent.
     std::vector<Scope> scopes{Scope{}};
     /// In source order.
     std::vector<Statement> statements;
-    /// What is wrong with the script itself, in source order.
+    /// Syntax errors of the script, in source order.
     std::vector<Diagnostic> problems;
 };
 
-/// Reads \p source. What is malformed ends up in the problems, and reading goes on with the next
-/// line.
+/// Reads \p source. After a syntax error, reading continues on the next line.
 Script readScript(SourceFile const& source, SourceSyntax syntax);
 
 } // namespace explorer

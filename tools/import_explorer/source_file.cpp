@@ -17,12 +17,12 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-/// What pretends to be a file may never end.
+/// Protects against special files that never end.
 constexpr std::size_t maximumSize = std::size_t{1} << 30U;
 
 struct CloseFile {
     void operator()(std::FILE* file) const noexcept {
-        // Nothing was written, so nothing can be lost here.
+        // The file was only read, so closing it cannot lose data.
         static_cast<void>(std::fclose(file));
     }
 };
@@ -37,7 +37,7 @@ std::string inHexadecimal(char byte) {
     return {'0', 'x', digits[value / 16U], digits[value % 16U]};
 }
 
-/// Where the line after the one at \p begin begins.
+/// The position after the end of the line at \p begin.
 std::size_t beginOfNextLine(std::string_view text, std::size_t begin) {
     std::size_t const end = text.find_first_of("\r\n", begin);
     if (end == std::string_view::npos) {

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// A text file as a source of commands: its UTF-8 text, its lines, and places in it.
+/// A text file in UTF-8 with its lines and positions in it.
 
 #include <cstddef>
 #include <optional>
@@ -13,39 +13,39 @@
 
 namespace explorer {
 
-/// A stretch of text within one line.
+/// A range of text within one line.
 struct SourceRange {
     /// Byte offset of the first byte, from the beginning of the file.
     std::size_t begin = 0;
-    /// Byte offset behind the last byte.
+    /// Byte offset after the last byte.
     std::size_t end = 0;
-    /// The line, from 1.
+    /// Line number, counted from 1.
     std::size_t line = 1;
-    /// Where in its line the first character stands, counted in characters, from 1.
+    /// Column of the first character in its line, counted in characters from 1.
     std::size_t column = 1;
 };
 
-/// A file with its text. Views of it live as long as it lives unmoved.
+/// A file with its text. Views of its text are valid until it is moved or destroyed.
 class SourceFile {
   public:
-    /// A file called \p fileName with the text \p text, which must be UTF-8.
+    /// \param text must be valid UTF-8.
     SourceFile(std::string fileName, std::string text);
 
     std::string const& name() const noexcept { return fileName; }
 
-    /// In bytes.
+    /// Size in bytes.
     std::size_t size() const noexcept { return contents.size(); }
 
     std::size_t numberOfLines() const noexcept { return lineBegins.size(); }
 
-    /// Byte offset at which the line with the one-based \p number begins; a byte order mark belongs
-    /// to no line.
+    /// Byte offset of the beginning of line \p number, counted from 1. A byte order mark does not
+    /// belong to the first line.
     std::size_t lineBegin(std::size_t number) const { return lineBegins.at(number - 1); }
 
-    /// The line with the one-based \p number, without its end (LF, CR LF or CR).
+    /// Line \p number, counted from 1, without its line end (LF, CR LF or CR).
     std::string_view line(std::size_t number) const;
 
-    /// All of it, with a byte order mark.
+    /// The whole text, including a byte order mark.
     std::string_view text() const noexcept { return contents; }
 
     std::string_view text(SourceRange const& range) const {
@@ -58,20 +58,20 @@ class SourceFile {
     std::vector<std::size_t> lineBegins;
 };
 
-/// Why a file, or a folder, was not read.
+/// Why a file or folder was not read.
 struct LoadFailure {
     /// The file or folder.
     std::string name;
     /// The reason in words.
     std::string reason;
-    /// Byte offset of the byte that is no text, where that is the reason.
+    /// Byte offset of the first invalid byte, if that is the reason.
     std::optional<std::size_t> offset;
 };
 
-/// The file that is called \p name and consists of \p bytes. Text is UTF-8 without NUL.
+/// Creates a file from \p bytes. Fails unless they are valid UTF-8 without NUL.
 std::variant<SourceFile, LoadFailure> makeSourceFile(std::string name, std::string bytes);
 
-/// The path that stands for standard input.
+/// The path of standard input.
 inline constexpr std::string_view standardInputPath = "-";
 
 /// Reads the file at \p path, or standard input.

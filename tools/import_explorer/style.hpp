@@ -10,11 +10,11 @@
 
 namespace explorer {
 
-/// What a piece of text is.
+/// The meaning of a piece of text, which determines its colour.
 enum class Role : std::uint8_t {
     /// File names and messages.
     Strong,
-    /// What frames the rest.
+    /// Frames and other decoration.
     Faint,
     Error,
     Warning,
@@ -23,10 +23,10 @@ enum class Role : std::uint8_t {
     Kind,
 };
 
-/// Ends whatever colour a terminal writes in.
+/// Resets the colour of a terminal.
 inline constexpr std::string_view resetSequence = "\x1b[0m";
 
-/// Colours text, or leaves it alone.
+/// Applies colours, or leaves text unchanged.
 class Style {
   public:
     explicit Style(bool inColour) noexcept : isColoured(inColour) {}

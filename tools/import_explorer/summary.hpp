@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The numbers that close a run.
+/// The totals of a run.
 
 #include <import_explorer/analysis.hpp>
 #include <import_explorer/source_file.hpp>
@@ -15,20 +15,20 @@ struct Summary {
     std::size_t files = 0;
     std::size_t commands = 0;
     std::size_t uses = 0;
-    // Entries, refused ones not counted.
+    // Imports by kind, without refused ones.
     std::size_t names = 0;
     std::size_t wildcards = 0;
     std::size_t packages = 0;
     std::size_t errors = 0;
     std::size_t warnings = 0;
-    /// Fixes that were applied.
+    /// Fixes applied.
     std::size_t fixes = 0;
 
     std::size_t entries() const noexcept { return names + wildcards + packages; }
 
     void count(AnalysedFile const& file);
 
-    /// A failure is an error.
+    /// Counts a failure as an error.
     void count(LoadFailure const& failure);
 };
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The explorer's own syntax tree, through which the library reads commands.
+/// The explorer's syntax tree, which the library reads commands from.
 
 #include <import_explorer/script_reader.hpp>
 
@@ -15,12 +15,12 @@
 
 namespace explorer {
 
-/// The import commands of a script as nodes: each command followed by its arguments. A node's
-/// handle is its position.
+/// The import commands of a script as nodes: each command is followed by its arguments. The handle
+/// of a node is its index.
 class SyntaxTree final : public lf::astapi::ISyntaxTree {
   public:
-    /// Adds the nodes of \p command, whose texts the tree refers to from now on. The view is for
-    /// as long as the tree lives unmoved.
+    /// Adds the nodes of \p command, whose texts must outlive the tree. The view is valid until the
+    /// tree is moved or destroyed.
     lf::astapi::ImportCommandView add(ImportCommand const& command);
 
     std::size_t getNumberOfArguments(lf::astapi::NodeHandle command) const override;

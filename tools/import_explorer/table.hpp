@@ -15,25 +15,26 @@
 
 namespace explorer {
 
-/// What stands in one column of a row.
+/// One cell of a row.
 struct Cell {
     DisplayedText shown;
     std::optional<Role> role;
 };
 
-/// A cell with \p text, made harmless and cut where it is too wide for a column, behind \p label.
+/// A cell with \p label and \p text, which is escaped and, if it is too wide, truncated.
 Cell makeCell(std::string_view text, std::optional<Role> role = std::nullopt,
               std::string_view label = {});
 
 using Row = std::vector<Cell>;
 
-/// The widths of columns that are two blanks apart. It keeps no rows: they are made twice, to be
-/// measured and to be laid out, so that a table of any length takes no room.
+/// Computes the widths of columns, which are separated by two blanks. Does not store rows: the
+/// caller creates each row twice, to measure it and to lay it out, so that long tables need no
+/// memory.
 class Table {
   public:
     void measure(Row const& row);
 
-    /// A row that was measured, without a line end or blanks before it.
+    /// Lays out a row that was measured, without leading blanks and line end.
     std::string layOut(Row const& row, Style style) const;
 
   private:

@@ -27,7 +27,7 @@ namespace {
 constexpr std::size_t widthOfCommands = 100;
 constexpr std::size_t widthOfArguments = 60;
 
-/// Of so many problems of a line, the line is shown.
+/// Limit for the source excerpts shown for one line.
 constexpr std::size_t mostExcerptsOfALine = 10;
 
 std::string nameForDisplay(std::string const& fileName) {
@@ -68,14 +68,14 @@ Cell labelledCell(std::string_view label, std::optional<std::string> const& text
     return text ? makeCell(*text, std::nullopt, label) : Cell{};
 }
 
-/// Wide enough for every kind, so that the blocks of a file are alike.
+/// As wide as the longest kind, so that the columns of all commands align.
 Cell kindCell(EntryKind kind) {
     std::string text(toText(kind));
     text.resize(toText(EntryKind::Wildcard).size(), ' ');
     return makeCell(text, Role::Kind);
 }
 
-/// Writes the blocks of one file, which share their margin.
+/// Writes the report on one file, with a margin of constant width.
 class FileReport {
   public:
     FileReport(AnalysedFile const& analysedFile, Style chosenStyle, ITextSink& target)
@@ -111,7 +111,7 @@ class FileReport {
         return use.use.name.range.begin < analysed.command.range.begin;
     }
 
-    /// Of a command that came to nothing, its diagnostics say it all.
+    /// Whether all imports of a command were refused; then only its diagnostics are shown.
     bool isRefused(AnalysedCommand const& analysed) const {
         if (analysed.entries.empty()) {
             auto const index = static_cast<std::size_t>(&analysed - file.commands.data());
@@ -157,7 +157,7 @@ class FileReport {
                 makeCell(describeOutcome(entry), Role::Faint)};
     }
 
-    /// Nothing for an entry that is simply added.
+    /// Empty for an entry that was simply added.
     std::string describeOutcome(AnalysedEntry const& entry) const {
         switch (entry.outcome) {
         case EntryOutcome::Repeated:
@@ -251,7 +251,7 @@ class FileReport {
         sink.write(style.apply(Role::Strong, place) + " " + severity + " " + words + "\n");
     }
 
-    /// A line with many problems is not shown for each, since it can be long and they many.
+    /// Shows no further excerpts of a line with many problems, since the line can be long.
     void writeExcerpt(SourceRange const& range, Role role) {
         if (excerpts > mostExcerptsOfALine) {
             return;

@@ -2,27 +2,27 @@
 #pragma once
 
 /// \file
-/// The report for people: commands with their entries, uses of names, diagnostics as compilers show
-/// them.
+/// The report for people: commands with their entries, uses of names, and diagnostics in the style
+/// of compilers.
 
 #include <import_explorer/report.hpp>
 #include <import_explorer/style.hpp>
 
 namespace explorer {
 
-/// Whether a report shows what was imported, or only what is wrong.
+/// Whether a report also shows imports or only problems.
 enum class Detail {
     Everything,
     DiagnosticsOnly,
 };
 
-/// Whether a report draws the scopes of each file.
+/// Whether a report draws the scope tree of each file.
 enum class ScopeDrawing {
     Omitted,
     Drawn,
 };
 
-/// Writes file by file; a summary line closes the report.
+/// Writes the report file by file, followed by a summary line.
 class TextReport final : public IReport {
   public:
     TextReport(ITextSink& target, Style chosenStyle, Detail chosenDetail,

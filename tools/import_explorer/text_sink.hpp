@@ -2,13 +2,13 @@
 #pragma once
 
 /// \file
-/// Where reports go.
+/// Destination of reports.
 
 #include <string_view>
 
 namespace explorer {
 
-/// Takes a text piece by piece, so that nobody needs to have it whole.
+/// Receives a text in pieces, so that it need not be in memory as a whole.
 class ITextSink {
   public:
     ITextSink() = default;

@@ -22,7 +22,7 @@ DecodedCharacter decodeCharacter(std::string_view text) {
     }
     std::size_t size = 0;
     UChar32 codePoint = 0;
-// The macro narrows in ways that are none of our making.
+// The macro of ICU converts implicitly.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wconversion"
     U8_NEXT(text, size, text.size(), codePoint);

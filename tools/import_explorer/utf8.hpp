@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Reading UTF-8 text character by character.
+/// Decodes UTF-8 text character by character.
 
 #include <cstddef>
 #include <optional>
@@ -10,26 +10,26 @@
 
 namespace explorer {
 
-/// The first character of a text.
+/// A decoded character.
 struct DecodedCharacter {
-    /// The code point; nothing when the bytes are ill-formed.
+    /// The code point; nothing if the bytes are ill-formed.
     std::optional<char32_t> codePoint;
-    /// How many bytes it takes, at least one.
+    /// Size in bytes, at least one.
     std::size_t size = 0;
 };
 
-/// The first character of \p text, which must not be empty.
+/// Decodes the first character of \p text, which must not be empty.
 DecodedCharacter decodeCharacter(std::string_view text);
 
-/// Whether \p byte can only stand inside of a character.
+/// Whether \p byte can only occur inside a character.
 constexpr bool isContinuationByte(char byte) noexcept {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-/// The number of characters of \p text, well-formed UTF-8.
+/// The number of characters in \p text, which must be well-formed.
 std::size_t countCharacters(std::string_view text);
 
-/// Where the first ill-formed sequence of \p text begins; nothing for well-formed UTF-8.
+/// Offset of the first ill-formed sequence in \p text; nothing if there is none.
 std::optional<std::size_t> findIllFormedByte(std::string_view text);
 
 } // namespace explorer
