@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// The layout of the public value types, which hosts compile in. The order of members is pinned for
-/// every standard library, and sizes and offsets for libstdc++ on 64-bit machines.
+/// The layout of the public value types, which is compiled into hosts. Tests the order of members
+/// for every standard library, and sizes and offsets for libstdc++ on 64-bit machines.
 
 #include <import/import.hpp>
 
@@ -54,7 +54,7 @@ static_assert(takes<Behavior, 4, 4>);
 static_assert(takes<EntryOrigin, 4, 4>);
 static_assert(takes<IImportList::CheckAncestorList, 4, 4>);
 
-// These depend on the host's specifier; here it is that of the reference platform.
+// The size depends on the host's specifier; this is the size for the reference platform.
 static_assert(takes<PackageSpecifier, 56>);
 static_assert(takes<VersionedPackageImportArgument, 56>);
 static_assert(takes<PackageImportEntry, 88>);
@@ -96,7 +96,7 @@ TEST(Layout, OfWhatALookupFindsIsEntryOrigin) {
     EXPECT_EQ(offsetOf(name, name.origin), sizeof(std::u16string_view));
     PackageImportEntry const entry(PackageNameImportArgument{u"p"});
     FoundImportEntry const package{entry, EntryOrigin::Ancestor};
-    EXPECT_EQ(offsetOf(package, package.origin), sizeof(void*)) << "behind the reference";
+    EXPECT_EQ(offsetOf(package, package.origin), sizeof(void*)) << "after the reference";
 }
 
 // The members of entries are private. A short text is stored inside its string, so the addresses of

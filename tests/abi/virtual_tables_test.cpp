@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// The slots of the interfaces' virtual functions, which hosts built against an older library use.
+/// The virtual table slots of the interfaces, which hosts compiled against an older version use.
 
 #include <import/import.hpp>
 
@@ -24,7 +24,7 @@ constexpr std::ptrdiff_t virtualOffset = 1;
 constexpr std::ptrdiff_t virtualAdjustment = 0;
 #endif
 
-// The position of a virtual function in the table, the destructor being position 0, with its two
+// The position of a virtual function in the table. Position 0 is the destructor, which has two
 // entries.
 template <typename Interface, typename Function>
 std::ptrdiff_t slotOf(Function Interface::*function) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// What printers_test.py has gdb print: it stops this program in stopHere() and looks at the
-// variables of main.
+// The program that printers_test.py debugs: gdb stops it in stopHere() and prints the variables of
+// main.
 
 #include <import/import.hpp>
 
@@ -29,7 +29,7 @@ std::unique_ptr<IImportArgumentParser> parserOf(std::vector<std::u16string> cons
     return createImportArgumentParser(arguments, Behavior::WithPackageImports);
 }
 
-// The only entry that a command yields.
+// The only entry of a command.
 template <typename Entry>
 Entry entryOf(std::vector<std::u16string> const& arguments) {
     auto const parser = parserOf(arguments);
@@ -82,7 +82,7 @@ int main() {
     inner->addStaticImportEntry(PackageImportEntry(aliased));
     auto const empty = listOf(outer);
 
-    // For objects that nobody constructed.
+    // Memory that contains no valid objects.
     [[maybe_unused]] std::array<std::byte, 512> const zeros{};
     std::array<std::uint32_t, 128> ascending{};
     std::iota(ascending.begin(), ascending.end(), 0x1111'1111);

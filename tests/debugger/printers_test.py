@@ -29,23 +29,24 @@ def memory(array, type_name):
     return f"*(lf::import::{type_name} const*)&{array}"
 
 
-# An expression, what gdb prints of it with ADDRESS for every address but null, and why. Commands hold from there on.
+# An expression, its output in gdb with ADDRESS for each address except null, and the reason. Commands affect all later
+# cases.
 CASES = [
-    ("name", "a.b.c", "a name reads as it was written"),
+    ("name", "a.b.c", "a name is printed as written"),
     ("unicodeName", "Größe.図形.円", "UTF-16 is decoded"),
-    ("wildcard", "a.b.*", "a wildcard reads as it was written"),
-    ("package", "matrix", "a package under its own name shows it once"),
+    ("wildcard", "a.b.*", "a wildcard is printed as written"),
+    ("package", "matrix", "a package without an alias has one name"),
     ("aliased", "matrix@^2.1 as m", "an alias is shown"),
     ("ranged", "p@>=1.2.3-rc.1+b7,<2,~1,=1,>0,<=9,4,*", "every relation, a pre-release and a build"),
     ("invalid", f"diagnostic {KEYWORD}", "a diagnostic has its key and arguments"),
-    ("specifier", "matrix@^2.1", "what a reference leads to"),
+    ("specifier", "matrix@^2.1", "the target of a reference"),
     ("*&name", "a.b.c", "what a pointer leads to"),
     ("message", SOME_KEY, "a message has arguments of three kinds"),
     ("holder", SOME_KEY, "a holder shows its message"),
     ("emptyHolder", "<empty>", "a holder of nothing"),
-    ("nameInVariant", "a.b.c", "a variant reads like its entry"),
-    ("wildcardInVariant", "a.b.*", "a variant reads like its entry"),
-    ("packageInVariant", "matrix@^2.1 as m", "a variant reads like its entry"),
+    ("nameInVariant", "a.b.c", "a variant is printed like its entry"),
+    ("wildcardInVariant", "a.b.*", "a variant is printed like its entry"),
+    ("packageInVariant", "matrix@^2.1 as m", "a variant is printed like its entry"),
     ("parsedPackage", "argument 2: matrix@^2.1 as m", "a parsed entry has the argument's index"),
     ("parsedInvalid", f"argument 1: diagnostic {KEYWORD}", "a parsed entry has the argument's index"),
     ("*outer._M_ptr",
@@ -54,34 +55,34 @@ CASES = [
     ("*inner._M_ptr",
      "import list of 2 names, 0 wildcards, 1 package = {parent = ADDRESS, name 0 = a.b.c, "
      "name 1 = Größe.図形.円, package 0 = matrix@^2.1 as m}",
-     "a list shows its own entries below its parent"),
+     "a list shows its parent and its own entries"),
     ("*((lf::import::ImportList const*)inner._M_ptr)->parent._M_ptr",
      "import list of 0 names, 1 wildcard, 0 packages = {parent = 0x0, wildcard 0 = a.b.*}",
-     "the parent is reached by its pointer"),
+     "the pointer leads to the parent"),
     ("*empty._M_ptr", "import list of 0 names, 0 wildcards, 0 packages = {parent = ADDRESS}", "a list without entries"),
     ("movedFromName", "<moved from>", "a moved-from name has no text"),
     ("movedFromPackage", "<moved from>", "a moved-from package has no name"),
     ("movedFromInvalid", "diagnostic <empty>", "a moved-from diagnostic has no message"),
-    (memory("zeros", "WildcardImportEntry"), "<moved from>", "zeros cannot be told from an empty text"),
+    (memory("zeros", "WildcardImportEntry"), "<moved from>", "zeros look like an empty text"),
     (memory("zeros", "InvalidImportEntry"), "diagnostic <empty>", "nor from an empty holder"),
-    (memory("zeros", "IImportList"), "{_vptr.IImportList = 0x0}", "a list of unknown type is left to gdb"),
-    (memory("ascending", "FullyQualifiedImportEntry"), NO_MEMORY, "a text that leads nowhere"),
-    (memory("ascending", "WildcardImportEntry"), NO_MEMORY, "a text that leads nowhere"),
-    (memory("ascending", "PackageImportEntry"), NO_MEMORY, "a text that leads nowhere"),
-    (memory("ascending", "InvalidImportEntry"), NO_MEMORY, "a message that leads nowhere"),
+    (memory("zeros", "IImportList"), "{_vptr.IImportList = 0x0}", "gdb prints lists of unknown types"),
+    (memory("ascending", "FullyQualifiedImportEntry"), NO_MEMORY, "a text with an invalid pointer"),
+    (memory("ascending", "WildcardImportEntry"), NO_MEMORY, "a text with an invalid pointer"),
+    (memory("ascending", "PackageImportEntry"), NO_MEMORY, "a text with an invalid pointer"),
+    (memory("ascending", "InvalidImportEntry"), NO_MEMORY, "a message with an invalid pointer"),
     (memory("ascending", "ImportEntry"), NO_VARIANT, "an alternative that does not exist"),
     (memory("ascending", "ParsedImportEntry"), NO_VARIANT, "an alternative that does not exist"),
-    (memory("ascending", "ImportList"), NO_VECTOR, "a vector that cannot be one"),
-    (memory("highest", "ImportEntry"), "<valueless>", "what a variant becomes when an exception interrupts it"),
-    (memory("highest", "ParsedImportEntry"), "<valueless>", "what a variant becomes when an exception interrupts it"),
-    ("set print elements 3", None, "a text is cut like gdb's own"),
-    ("name", "a.b...", "a text is cut like gdb's own"),
-    ("package", "mat...", "a text is cut like gdb's own"),
-    ("set print elements 1", None, "arguments are cut as well"),
-    ("message", "s...:S...(7, ...)", "arguments are cut as well"),
+    (memory("ascending", "ImportList"), NO_VECTOR, "a vector with invalid pointers"),
+    (memory("highest", "ImportEntry"), "<valueless>", "a variant whose assignment threw an exception"),
+    (memory("highest", "ParsedImportEntry"), "<valueless>", "a variant whose assignment threw an exception"),
+    ("set print elements 3", None, "texts are truncated as by gdb"),
+    ("name", "a.b...", "texts are truncated as by gdb"),
+    ("package", "mat...", "texts are truncated as by gdb"),
+    ("set print elements 1", None, "arguments are truncated as well"),
+    ("message", "s...:S...(7, ...)", "arguments are truncated as well"),
     ("set print elements 200", None, "back to all"),
-    ("set target-charset ASCII", None, "a terminal without these characters"),
-    ("unicodeName", r"Gr\xf6\xdfe.\u56f3\u5f62.\u5186", "a terminal without these characters"),
+    ("set target-charset ASCII", None, "a terminal that cannot print these characters"),
+    ("unicodeName", r"Gr\xf6\xdfe.\u56f3\u5f62.\u5186", "a terminal that cannot print these characters"),
 ]
 INSTALLED_CASES = CASES[:1]
 
@@ -93,7 +94,7 @@ def documented(path):
 
 
 def comparable(text):
-    """Without addresses but null, and with g++'s name for the pointer to a virtual table."""
+    """Replaces addresses except null, and uses g++'s name for the pointer to a virtual table."""
     return re.sub(r"0x[1-9a-f][0-9a-f]*", "ADDRESS", text).replace("_vptr$", "_vptr.")
 
 
@@ -103,7 +104,7 @@ def skip(reason):
 
 
 def where_the_printers_are(arguments):
-    """The gdb options for that, which come before the program is loaded, and the command that comes after."""
+    """The gdb options to use before loading the program, and the commands to run afterwards."""
     program_folder = os.path.dirname(os.path.abspath(arguments.program))
     if arguments.prefix is None:
         return [f"add-auto-load-safe-path {os.path.dirname(os.path.dirname(program_folder))}"], []
@@ -136,7 +137,7 @@ def run_gdb(arguments, cases):
 
 
 def printed(output):
-    """What gdb printed, by index of the case."""
+    """The output of gdb by index of the case."""
     parts = re.split(rf"(?m)^{MARK}(\d*)\n", output)
     return {int(index): comparable(text.strip()) for index, text in zip(parts[1::2], parts[2::2]) if index}
 
@@ -145,7 +146,7 @@ def report_differences(cases, texts):
     differences = 0
     for index, (expression, expected, why) in enumerate(cases):
         if expected is not None and texts.get(index) != expected:
-            print(f"{expression} ({why})\n    is printed as {texts.get(index)}\n    instead of    {expected}")
+            print(f"{expression} ({why})\n    printed:  {texts.get(index)}\n    expected: {expected}")
             differences += 1
     return differences
 
@@ -171,7 +172,7 @@ def main():
         print("The library in use is not the installed one.")
         differences += 1
     if differences:
-        print(f"\nAll that gdb said:\n{output}")
+        print(f"\nFull output of gdb:\n{output}")
     sys.exit(differences != 0)
 
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Shows check_documents.py documents that are right, and each way in which one can be wrong."""
+"""check_documents.py accepts correct documents and reports each kind of mistake."""
 
 import os
 import sys
@@ -26,7 +26,7 @@ RIGHT = {
     "an output with lines left out": RUN.format("...\nb\n"),
     "an output with another time": "<!-- run -->\n```console\n$ echo 0.25 s\n0.001 s\n```\n",
     "commands that a script runs": "<!-- run by: .ci/run -->\n```console\n$ scripts/test.sh\n```\n",
-    "commands that nobody runs": "<!-- not run: it takes an hour -->\n```console\n$ sleep 3600\n```\n",
+    "commands that are not run": "<!-- not run: it takes an hour -->\n```console\n$ sleep 3600\n```\n",
     "a table of fields": TABLE.format(SCHEMA, "the entry that hides it"),
     "code in another language": "```cpp\nint a[](b);\n```\n",
     "links": "# A *b*, `c`!\n\n[a](other.md) [b](#a-b-c) ![c](other.md) [d](other.md#twice-1) "
@@ -41,13 +41,13 @@ WRONG = {
     "an output with a line too few": RUN.format("a\n"),
     "an output that ends elsewhere": RUN.format("...\na\n"),
     "commands that the script does not run": "<!-- run by: .ci/run -->\n```console\n$ sleep 3600\n```\n",
-    "commands of a script that is not there": "<!-- run by: no -->\n```console\n$ scripts/test.sh\n```\n",
-    "commands that nobody runs, for no reason": "<!-- not run: -->\n```console\n$ sleep 3600\n```\n",
+    "commands of a missing script": "<!-- run by: no -->\n```console\n$ scripts/test.sh\n```\n",
+    "commands that are not run, without a reason": "<!-- not run: -->\n```console\n$ sleep 3600\n```\n",
     "commands without a mark": "```console\n$ sleep 3600\n```\n",
-    "a mark that there is not": "<!-- runs -->\n```sh\nsleep 3600\n```\n",
+    "an unknown mark": "<!-- runs -->\n```sh\nsleep 3600\n```\n",
     "another table of fields": TABLE.format(SCHEMA, "the hidden entry"),
     "a link to no file": "[a](nowhere.md)\n",
-    "an image that is not there": "![a](nowhere.svg)\n",
+    "a missing image": "![a](nowhere.svg)\n",
     "a link to no heading here": "[a](#b)\n",
     "a link to no heading elsewhere": "[a](other.md#thrice)\n",
     "a link to a heading in code": "[a](#b)\n\n```sh\n# b\n```\n",

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Holds the pages on diagnostics and rules to the library's table of messages and to the
-/// output that they show. That this output is real is what check_documents.py compares.
+/// Compares the pages on diagnostics and rules with the library's table of messages and with the
+/// output that they show. check_documents.py compares that output with the programs.
 
 #include <host_testing/printers.hpp>
 #include <import/messages.hpp>
@@ -69,7 +69,7 @@ Lines sectionOf(Lines const& page, std::string_view heading) {
     return {std::next(begin), std::find_if(std::next(begin), page.end(), isHeading)};
 }
 
-/// The lines of the code block behind \p position, which is left at its end.
+/// The lines of the code block after \p position, which is moved to its end.
 Lines takeBlock(Lines const& page, Lines::const_iterator& position) {
     auto const fence = std::find_if(position, page.end(), isFence);
     auto const begin = fence == page.end() ? fence : std::next(fence);
@@ -170,7 +170,7 @@ Lines examplesOf(std::string_view row) {
     return examples;
 }
 
-/// The key that a row refers to; empty when it refers to none.
+/// The key that a row refers to; empty if there is none.
 std::string_view keyIn(std::string_view row) {
     for (MessageKey const& message : messageKeys) {
         if (contains(row, linkTo(message.key, "diagnostics.md"))) {
@@ -185,14 +185,14 @@ bool isDiagnostic(std::string_view line) {
            contains(line, ": note: ");
 }
 
-/// What the explorer says of a line that it has quoted.
+/// Whether the line is one of the details that the explorer prints below a line of the script.
 bool isDetail(std::string_view line) {
     auto const first = line.find_first_not_of(' ');
     return first != std::string_view::npos && line[first] == '|';
 }
 
-/// Whether \p block shows \p example: below a diagnostic with \p key, or without one if that is
-/// empty.
+/// Whether \p block shows \p example below a diagnostic with \p key, or without a diagnostic if
+/// \p key is empty.
 bool shows(Lines const& block, std::string const& example, std::string_view key) {
     for (std::size_t index = 1; index < block.size(); ++index) {
         std::string const& before = block[index - 1];

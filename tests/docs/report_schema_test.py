@@ -16,7 +16,7 @@ from pathlib import Path
 try:
     from jsonschema import Draft202012Validator
 except ImportError:
-    print("Skipped: Python's module jsonschema is not here.")
+    print("Skipped: Python's module jsonschema is not installed.")
     sys.exit(77)
 
 ROOT = Path(__file__).resolve().parent.parent.parent
@@ -51,12 +51,12 @@ def commands_of_diagnostics():
 
 
 def message_keys():
-    """The keys of the library, by the page that has a section for each of them."""
+    """The keys of the library, taken from the sections of the page of diagnostics."""
     return re.findall(r"(?m)^## (\w+)$", (ROOT / "docs/diagnostics.md").read_text())
 
 
 def real_inputs():
-    """What is reported on: what it is about, arguments and standard input."""
+    """The reports to check: description, arguments and standard input."""
     scripts = [*(ROOT / "examples").glob("*.import"), *(ROOT / "examples/rules").glob("*.import")]
     for path in scripts:
         name = str(path.relative_to(ROOT))
@@ -74,7 +74,7 @@ def real_inputs():
 
 
 def objects_with_schema(value, schema, name="Report"):
-    """Each object in a report, with the definition that it is read by."""
+    """Each object in a report, with its definition in the schema."""
     if "anyOf" in schema:
         schema = schema["anyOf"][0]
     if "$ref" in schema:
@@ -112,7 +112,7 @@ class ReportSchema(unittest.TestCase):
                 self.assertEqual([error.message for error in VALIDATOR.iter_errors(report)], [])
 
     def test_allows_only_what_happens(self):
-        """Each definition and each of its fixed values is met in some report; so is null where it is allowed."""
+        """Some report contains each definition, each of its fixed values, and null where it is allowed."""
         met = {}
         for report in self.reports.values():
             for element, name in objects_with_schema(report, SCHEMA):
@@ -131,7 +131,7 @@ class ReportSchema(unittest.TestCase):
                         self.assertIn(None, met[name, field])
 
     def changed_reports(self):
-        """A report with one object of each kind at a time, which is there to be changed, and its kind."""
+        """For each kind of object, a report, an object of that kind in it that may be modified, and the kind."""
         for wanted in OBJECTS:
             report = varied_report()
             element = next((element for element, name in objects_with_schema(report, SCHEMA) if name == wanted), None)

@@ -11,7 +11,7 @@ from report_schema_test import Draft202012Validator, VARIED, real_inputs, read_r
 
 
 def an_object(required, **properties):
-    """SARIF's objects have no other properties than their own; here, than those that the explorer writes."""
+    """A schema for an object with exactly the properties that the explorer writes."""
     return {"type": "object", "properties": properties, "required": required, "additionalProperties": False}
 
 
@@ -33,7 +33,7 @@ def one_of(*values):
 
 TEXT = {"type": "string"}
 URI = {"type": "string", "pattern": r"^(?:[\w.~!$&'()*+,;=@/-]|%[0-9A-F]{2}|^file:)*$"}
-# A brace that is none of a placeholder is doubled.
+# Braces are doubled unless they enclose a placeholder.
 MESSAGE = an_object(["text"], text={"type": "string", "pattern": r"^(?:[^{}]|\{\{|\}\})+$"})
 FILE = an_object(["uri"], uri=URI)
 REGION = {**an_object([], startLine=a_number(1), startColumn=a_number(1), endLine=a_number(1), endColumn=a_number(1),

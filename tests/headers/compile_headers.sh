@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # compile_headers.sh Alone|Together FOLDER COMPILER FLAG...: compiles the headers below an include folder, each by
-# itself or all at once, and each included twice. Exit status 77 where there is no such compiler.
+# itself or all at once, including each twice. Exits with 77 if the compiler does not exist.
 
 set -euo pipefail
 how=$1

@@ -13,8 +13,8 @@
 
 namespace identity {
 
-/// Passes everything on to a list of the library. Its destructor is not inline, so that its type is
-/// defined in this library alone.
+/// Delegates to a list of the library. Its destructor is not inline, so that its type is defined in
+/// this library only.
 class GLEIGEM_EXPORT ForeignList final : public support::WrappedImportList {
   public:
     ForeignList();

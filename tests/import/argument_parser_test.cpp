@@ -35,7 +35,7 @@ static_assert(std::is_nothrow_move_assignable_v<ParsedImportEntry>);
 static_assert(std::has_virtual_destructor_v<IImportArgumentParser>);
 static_assert(std::is_abstract_v<IImportArgumentParser>);
 
-// What implementations of the interface and hosts can do with it.
+// Hosts can implement the interface.
 class OtherParser final : public IImportArgumentParser {
   public:
     std::vector<ParsedImportEntry>& parse() override { return entries; }
@@ -92,7 +92,7 @@ TEST(Parser, DoesNotKeepTheTexts) {
                                                   u"averylongroot", u"averylongname")});
 }
 
-/// A tree that promises more arguments than anybody has, until it is asked again.
+/// A tree that first reports more arguments than fit into memory.
 class PromisingTree final : public lf::astapi::ISyntaxTree {
   public:
     std::size_t getNumberOfArguments(lf::astapi::NodeHandle /*command*/) const override {

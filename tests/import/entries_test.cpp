@@ -31,7 +31,7 @@ static_assert(
     areValuesThatMoveWithoutThrowing<PackageImportEntry, FullyQualifiedImportEntry,
                                      WildcardImportEntry, InvalidImportEntry, ImportEntry>);
 
-// The constructors that take over what their arguments hold.
+// Constructors that move from their arguments do not throw.
 static_assert(std::is_nothrow_constructible_v<PackageImportEntry, PackageImportEntry&&,
                                               PackageNameImportArgument&&>);
 static_assert(
@@ -39,7 +39,7 @@ static_assert(
 static_assert(std::is_nothrow_constructible_v<WildcardImportEntry, WildcardImportArgument&&>);
 static_assert(std::is_nothrow_constructible_v<InvalidImportEntry, InvalidImportArgument&&>);
 
-// The constructors from texts are for the classes themselves.
+// The constructors from texts are private.
 static_assert(!std::is_constructible_v<PackageImportEntry, PackageSpecifier&&, std::u16string&&>);
 static_assert(!std::is_constructible_v<FullyQualifiedImportEntry, std::u16string&&,
                                        std::u16string&&, std::u16string&&>);
@@ -174,11 +174,11 @@ TEST(InvalidImportEntry, IsAWarningForTheTwoWarningKeysOnly) {
         bool isWarning;
         char const* why;
     } const rows[]{
-        {"MalformedImportArgumentWarning", true, "the one"},
-        {"KeywordInImportArgumentWarning", true, "the other"},
+        {"MalformedImportArgumentWarning", true, "the first key"},
+        {"KeywordInImportArgumentWarning", true, "the second key"},
         {"InvalidImportArgument", false, "an error"},
         {"PackageRedeclared", false, "an error of lists"},
-        {"SomethingWarning", false, "the ending decides nothing"},
+        {"SomethingWarning", false, "the ending alone does not matter"},
         {"MalformedImportArgumentWarnings", false, "longer than the key"},
         {"MalformedImportArgument", false, "shorter than the key"},
         {"malformedImportArgumentWarning", false, "keys are case-sensitive"},

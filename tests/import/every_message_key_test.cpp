@@ -23,7 +23,7 @@ using support::makePackage;
 
 using Command = std::vector<std::u16string>;
 
-// The first message of a command.
+// The first message that parsing a command yields.
 std::optional<BaseMsgID> messageOf(Command const& command, Behavior behavior) {
     using Invalid = std::pair<InvalidImportEntry, ImportArgumentIndex>;
     auto const parser = createImportArgumentParser(command, behavior);
@@ -35,7 +35,7 @@ std::optional<BaseMsgID> messageOf(Command const& command, Behavior behavior) {
     return std::nullopt;
 }
 
-// The message of a list that has one entry and refuses another.
+// The message of a list that contains one entry and refuses another.
 std::optional<BaseMsgID> messageOf(ImportEntry first, ImportEntry second) {
     auto const list = createImportList(nullptr);
     list->addStaticImportEntry(std::move(first));
@@ -43,8 +43,8 @@ std::optional<BaseMsgID> messageOf(ImportEntry first, ImportEntry second) {
     return refusal ? std::optional(refusal->getMsgID()) : std::nullopt;
 }
 
-// The severity and number of arguments of a message, which hosts rely on, and a message that the
-// library has produced.
+// The severity and number of arguments of a message, which hosts rely on, and an actual message of
+// the library.
 struct Row {
     std::string_view key;
     Severity severity;

@@ -33,7 +33,7 @@ static_assert(Printable<FullyQualifiedImportEntry>);
 static_assert(Printable<WildcardImportEntry>);
 static_assert(!Printable<InvalidImportEntry>);
 
-// Collects what a UTF-16 stream writes; takes no more than its capacity.
+// Collects the output of a UTF-16 stream, up to its capacity.
 class Utf16Buffer final : public std::basic_streambuf<char16_t> {
   public:
     explicit Utf16Buffer(std::size_t maximum = 1000) : capacity(maximum) {}
@@ -80,10 +80,10 @@ std::vector<Row> const rows{
     {package(u"p"), "p", u"p", "a package prints as its specifier"},
     {package(u"p@^1.2,<1.9"), "p@^1.2,<1.9", u"p@^1.2,<1.9", "a version is not an alias"},
     {package(u"p@1", u"q"), "p@1 as q", u"p@1 as q", "an alias follows the specifier"},
-    {package(u"p", u"p"), "p", u"p", "an alias equal to the name is none"},
+    {package(u"p", u"p"), "p", u"p", "an alias equal to the name is omitted"},
     {package(u"p", u"P"), "p as P", u"p as P", "names are case-sensitive"},
     {package(u"pp", u"p"), "pp as p", u"pp as p", "names are compared whole"},
-    {package(u"p", u""), "p as ", u"p as ", "an empty alias differs, too"},
+    {package(u"p", u""), "p as ", u"p as ", "an empty alias is not omitted"},
     {name(u"\u00FC.\U0001D4D0"), "\u00FC.\U0001D4D0", u"\u00FC.\U0001D4D0",
      "narrow text is UTF-8, wide text is unchanged"},
     {package(u"\u00FC", u"\u4E2D"), "\u00FC as \u4E2D", u"\u00FC as \u4E2D",
@@ -108,7 +108,7 @@ TEST(Rendering, WritesWideText) {
     }
 }
 
-/// Counts how often a stream has it flushed.
+/// Counts how often a stream flushes it.
 template <typename Unit>
 class FlushCounter final : public std::basic_stringbuf<Unit> {
   public:

@@ -5,11 +5,11 @@
 /// The rules of import lists in their most literal form, to compare the library with.
 ///
 /// Written for comparison, not for speed: every question recurses through the chain exactly as the
-/// rules say, so that the cost of a missing name is exponential in the number of lists. Uses
-/// nothing of the library.
+/// rules say, so that looking up a missing name is exponential in the number of lists. Does not use
+/// the library.
 ///
-/// Entries are Outcomes of the three valid kinds, a refusal is an Outcome of the kind Invalid;
-/// their index is 0.
+/// Entries are Outcomes of the three valid kinds; a refusal is an Outcome of the kind Invalid.
+/// Their index is 0.
 
 #include "outcome.hpp"
 
@@ -31,14 +31,14 @@ inline constexpr Reach withAncestors = 1;
 /// Where an entry was found.
 enum class Origin : std::int32_t { ThisList = 0, Ancestor = 1 };
 
-/// The answer to a lookup; the list that holds the entry owns it until it is added to.
+/// The result of a lookup. The entry is owned by its list and valid until the list is added to.
 struct Found {
     Outcome const* entry = nullptr;
     Origin origin{};
 };
 
-/// The list of one scope, the library's or foreign. Pointers to entries are valid until the list
-/// that holds them is added to.
+/// The list of one scope, the library's or foreign. Pointers to entries are valid until their list
+/// is added to.
 class List {
   public:
     List() = default;
@@ -80,9 +80,9 @@ struct ForeignManners {
     friend bool operator==(ForeignManners const&, ForeignManners const&) = default;
 };
 
-/// An empty foreign list, which detects no conflicts and hides nothing: it stores all that it
-/// is given, a lookup answers with the first entry that introduces the name, and the parent's
-/// answers are passed on unchanged. \p parent may be null.
+/// An empty foreign list, which detects no conflicts and hides nothing: it stores every entry, a
+/// lookup returns the first entry that introduces the name, and the parent's answers are returned
+/// unchanged. \p parent may be null.
 std::unique_ptr<List> createForeignList(std::shared_ptr<List const> parent,
                                         ForeignManners const& manners);
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// An element of a parse result as plain data, in which model and library are compared.
+/// An element of a parse result as plain data, used to compare the model with the library.
 
 #include <host_testing/quoted.hpp>
 
@@ -29,7 +29,7 @@ struct Outcome {
     std::u16string rootElement;
     /// Of packages: the text form of the specifier.
     std::u16string specifier;
-    /// Of invalid elements, as are the rest.
+    /// Of invalid elements, like all further fields.
     std::string catalogue;
     std::string key;
     std::vector<std::u16string> messageArguments;

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// The rules as three tables: what one argument is with package imports, what it is without them,
-// and which commands are in error. Each kind of argument has a letter, so that a command is a word
+// The rules as three tables: how an argument is classified with package imports, how without them,
+// and which commands are errors. Each kind of argument has a letter, so that a command is a word
 // over these letters:
 //
 //   n  a dotted name          p  a plain package           a  the word `as`
 //   w  a wildcard             v  a package with versions   x  a rejected argument
 //
-// Ignored arguments are left out of the word; positions count them.
+// Ignored arguments do not appear in the word, but positions count them.
 
 #include "parser_model.hpp"
 
@@ -36,7 +36,7 @@ using Oxtavel::KeldarComponents::PackageSpecifier;
 using InvalidSpecifier =
     foundation::core::except::Exception<kpm::arguments::InvalidPackageSpecifier, std::exception>;
 
-// The text of one argument, and what can be asked about it.
+// The text of one argument and its properties.
 
 struct Text {
     std::u16string whole;
@@ -115,17 +115,18 @@ bool isAnything(Text const& /*text*/) {
     return true;
 }
 
-// What one argument is: the first row that holds decides.
+// Classification of an argument: the first matching row decides.
 
 constexpr char ignored = '-';
 
-/// What a message carries.
+/// The arguments of a message.
 enum class Carries : std::uint8_t { Nothing, TheArgument, TheArgumentAndItsEnd };
 
 struct ArgumentRow {
     bool (*holds)(Text const&);
     char kind;
-    /// Why an argument is rejected, or the warning of one that is not; empty for neither.
+    /// The key of the error for a rejected argument, or of the warning for any other; empty for
+    /// none.
     std::string_view key;
     Carries carries = Carries::Nothing;
 };
@@ -200,15 +201,15 @@ Argument classify(Rows const& rows, std::u16string const& whole, std::size_t pos
     return {row.kind, position, std::move(text), std::move(message)};
 }
 
-// What a command is: its word matches exactly one row.
+// Errors of a command: its word matches exactly one row.
 
-/// Sets of letters, one for each argument: `+` stands for one argument of the set or more, `$` for
-/// the end of the command. The command may go on behind a pattern that does not say `$`.
+/// Sets of letters, one for each argument: `+` means one or more arguments of the set, `$` the end
+/// of the command. Without `$`, the command may continue after the pattern.
 using Pattern = std::array<std::string_view, 4>;
 
 struct CommandRow {
     Pattern pattern;
-    /// What is wrong, at the last argument that the pattern covers; empty when nothing is.
+    /// The error, at the last argument that the pattern covers; empty if there is none.
     std::string_view key;
 };
 
@@ -232,7 +233,8 @@ constexpr std::array commands{
 
 // clang-format on
 
-/// How many arguments of \p word the pattern covers; nothing if the word does not begin like this.
+/// The number of arguments of \p word that the pattern covers; nothing if the word does not start
+/// with the pattern.
 std::optional<std::size_t> covers(Pattern const& pattern, std::string_view word) {
     std::size_t covered = 0;
     for (std::string_view const element : pattern) {
@@ -251,7 +253,7 @@ std::optional<std::size_t> covers(Pattern const& pattern, std::string_view word)
     return covered;
 }
 
-/// Also checks the table: a word of which it says nothing, or two things, is a fault of the table.
+/// Also checks the table: exactly one row must match each word.
 CommandRow const& rowOf(std::string_view word) {
     auto const matches = [&](CommandRow const& row) {
         return covers(row.pattern, word).has_value();
@@ -262,7 +264,7 @@ CommandRow const& rowOf(std::string_view word) {
     return *std::ranges::find_if(commands, matches);
 }
 
-/// An alias that is none, as the user wrote it.
+/// The text of an invalid alias, as the user wrote it.
 std::u16string aliasText(Argument const& argument) {
     return argument.kind == 'v' ? specifierOf(argument.text.whole).ToString() : argument.text.whole;
 }
@@ -303,7 +305,7 @@ std::vector<Outcome> entriesOf(std::vector<Argument> const& arguments, std::stri
     return outcomes;
 }
 
-/// The arguments but for the ignored ones.
+/// Classifies all arguments except ignored ones.
 std::vector<Argument> classifyAll(std::vector<std::u16string> const& texts, bool packageImportsOn) {
     std::vector<Argument> arguments;
     for (std::size_t position = 0; position < texts.size(); ++position) {

@@ -4,8 +4,8 @@
 /// \file
 /// The rules of the `import` command in their most literal form, to compare the library with.
 ///
-/// Written for comparison, not for speed, as tables of rules. Uses nothing of the library, only the
-/// host's services.
+/// Written for comparison, not for speed, as tables of rules. Uses only the host's services, not
+/// the library.
 
 #include "outcome.hpp"
 
@@ -14,10 +14,11 @@
 
 namespace model {
 
-/// The meaning of the command with these arguments.
+/// The result of parsing the command with these arguments.
 ///
-/// \throws what the host's services throw, except that a refused specifier of an argument with an
-///         `@` is an outcome.
+/// \throws the exceptions of the host's services, except that a rejected specifier of an argument
+/// with
+/// an `@` is an outcome.
 std::vector<Outcome> parseCommand(std::vector<std::u16string> const& arguments,
                                   bool packageImportsOn);
 

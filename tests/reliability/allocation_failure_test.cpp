@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Memory runs out at every allocation of every public operation, for that allocation only and for
-/// all that follow: std::bad_alloc is thrown, nothing leaks, and nothing that existed changes.
+/// Every allocation of every public operation fails, either alone or with all later ones:
+/// std::bad_alloc is thrown, nothing leaks, and no existing object changes.
 
 #include <support/allocations.hpp>
 #include <support/foreign_import_list.hpp>
@@ -46,7 +46,7 @@ using namespace std::string_literals;
 
 using Texts = std::vector<std::u16string>;
 
-// The figure that the program prints at its end.
+// Printed at the end of the program.
 
 struct Figure {
     std::size_t operations = 0;
@@ -66,7 +66,7 @@ class FigurePrinter final : public testing::Environment {
 [[maybe_unused]] testing::Environment* const figurePrinter =
     testing::AddGlobalTestEnvironment(new FigurePrinter);
 
-// What can be seen of values, field by field in the order of their declaration.
+// The observable state of values, field by field in the order of declaration.
 
 std::u16string widened(std::string const& text) {
     return {text.begin(), text.end()};
@@ -168,14 +168,14 @@ Texts fieldsOf(std::vector<ParsedImportEntry> const& entries) {
 
 // Failing every allocation.
 
-/// What can be done with the objects of an operation that has failed.
+/// The state of an operation that has failed.
 enum class AfterFailure { CanBeRepeated, IsOver };
 
-/// An operation on objects of its own.
+/// An operation on its own objects.
 ///
-/// \tparam Prepare makes the objects.
-/// \tparam Run     does the operation on them.
-/// \tparam Observe all that can be seen of them, as Texts.
+/// \tparam Prepare creates the objects.
+/// \tparam Run     performs the operation on them.
+/// \tparam Observe returns their observable state as Texts.
 template <typename Prepare, typename Run, typename Observe>
 struct Operation {
     Prepare prepare;
@@ -187,7 +187,7 @@ struct Operation {
 template <typename Prepare, typename Run, typename Observe, typename... More>
 Operation(Prepare, Run, Observe, More...) -> Operation<Prepare, Run, Observe>;
 
-/// \returns whether an allocation failed, having seen std::bad_alloc come out if one did.
+/// \returns whether an allocation failed; expects std::bad_alloc exactly then.
 template <typename Action>
 bool runsOutOfMemory(std::size_t allowed, Shortage shortage, Action const& action) {
     bool cameOut = false;
@@ -201,14 +201,14 @@ bool runsOutOfMemory(std::size_t allowed, Shortage shortage, Action const& actio
         }
         failed = failing.hasFailed();
     }
-    EXPECT_EQ(cameOut, failed) << "std::bad_alloc comes out exactly when an allocation failed";
+    EXPECT_EQ(cameOut, failed) << "std::bad_alloc is thrown exactly if an allocation failed";
     return failed;
 }
 
-/// Lets an operation fail at one allocation, if it gets there.
+/// Makes an operation fail at one allocation, if it gets that far.
 ///
-/// \param after what is to be seen when the operation succeeds at last.
-/// \returns whether it got there.
+/// \param after the observable state after the operation finally succeeds.
+/// \returns whether it got that far.
 template <typename AnOperation>
 bool failsAt(std::size_t allowed, Shortage shortage, AnOperation const& operation,
              Texts const& after) {
@@ -219,7 +219,7 @@ bool failsAt(std::size_t allowed, Shortage shortage, AnOperation const& operatio
         Texts const before = operation.observe(objects);
         failed = runsOutOfMemory(allowed, shortage, [&] { operation.run(objects); });
         if (failed) {
-            EXPECT_EQ(operation.observe(objects), before) << "what existed is as it was";
+            EXPECT_EQ(operation.observe(objects), before) << "existing objects are unchanged";
         }
         if (failed && operation.afterFailure == AfterFailure::CanBeRepeated) {
             operation.run(objects);
@@ -232,7 +232,7 @@ bool failsAt(std::size_t allowed, Shortage shortage, AnOperation const& operatio
     return failed;
 }
 
-/// What is to be seen after an operation that nothing disturbs.
+/// The observable state after the operation succeeds.
 template <typename AnOperation>
 Texts undisturbed(AnOperation const& operation) {
     auto objects = operation.prepare();
@@ -242,7 +242,7 @@ Texts undisturbed(AnOperation const& operation) {
 
 /// Fails every allocation of \p operation.
 ///
-/// \returns how many there are.
+/// \returns the number of allocations.
 template <typename AnOperation>
 std::size_t failEveryAllocation(AnOperation const& operation) {
     Texts const after = undisturbed(operation);
@@ -260,7 +260,7 @@ std::size_t failEveryAllocation(AnOperation const& operation) {
     return counts.front();
 }
 
-/// For operations that are to succeed when there is no memory at all.
+/// For operations that must succeed without any memory.
 template <typename Action>
 void expectNoAllocation(Action const& action) {
     std::size_t const before = support::countAllocations();
@@ -269,7 +269,7 @@ void expectNoAllocation(Action const& action) {
     ++figure.operations;
 }
 
-// Records and entries. Their texts fit no small-string buffer.
+// Records and entries. Their texts do not fit into a small-string buffer.
 
 GenericMsgIDHolder message(std::u16string const& argument) {
     return GenericMsgIDHolder(BaseMsgID{{argument, u"another argument of the message"},
@@ -281,7 +281,7 @@ PackageSpecifier specifier(std::u16string const& text) {
     return {text, GetComponentVersionRangeFactory()};
 }
 
-/// Two values of a type that differ in every field.
+/// Two values of a type, different in every field.
 template <typename Value>
 struct Samples;
 
@@ -363,7 +363,7 @@ using ValueTypes =
                    FullyQualifiedImportEntry, WildcardImportEntry, InvalidImportEntry>;
 TYPED_TEST_SUITE(Values, ValueTypes);
 
-/// A value, and what is made of it.
+/// A value and an operation on it.
 template <typename Value, typename Result>
 struct Making {
     Value source;
@@ -395,8 +395,8 @@ TYPED_TEST(Values, NeedNoMemoryToMove) {
     EXPECT_EQ(fieldsOf(samples.other), fieldsOf(Samples<TypeParam>().one));
 }
 
-/// Whether \p fields begin as those of \p source and go on as those of \p target, as they are when
-/// an assignment field by field has ended early.
+/// Whether the first \p fields equal those of \p source and the rest those of \p target, as after a
+/// field-by-field assignment that ended early.
 ::testing::AssertionResult areAssignedUpToAField(Texts const& fields, Texts const& source,
                                                  Texts const& target) {
     std::size_t assigned = 0;
@@ -411,10 +411,9 @@ TYPED_TEST(Values, NeedNoMemoryToMove) {
     return ::testing::AssertionSuccess();
 }
 
-// A copy assignment takes the fields one after the other, as is said of it. Where memory runs out
-// between two of them, the target has some of the new texts and some of the old: a value that can
-// be read, assigned to and destroyed, but another than before. Values with a single field, which
-// are the rejected and the plain ones, are as they were.
+// Copy assignment copies field by field, as documented. If memory runs out, the target keeps some
+// of its old texts: a value that can be read, assigned to and destroyed, but a different one.
+// Values with a single field, which are the rejected and the plain ones, do not change.
 TYPED_TEST(Values, AreAssignedFieldByField) {
     Texts const source = fieldsOf(Samples<TypeParam>().one);
     Texts const target = fieldsOf(Samples<TypeParam>().other);
@@ -443,7 +442,7 @@ TYPED_TEST(Values, AreAssignedFieldByField) {
     figure.allocations += allocations;
 }
 
-/// Constructors that may allocate leave the argument as it was when they cannot.
+/// If they cannot allocate, constructors do not change their argument.
 template <typename Entry, typename Argument>
 std::size_t failConstructor(Argument const& argument) {
     using Objects = Making<Argument, Entry>;
@@ -557,7 +556,7 @@ auto prepareCommand(Texts const& command) {
 
 TEST_P(Commands, GetAParserOrNone) {
     CommandRow const& row = GetParam();
-    // The arguments are classified by the factory and read out by parse, which can be asked once.
+    // The factory classifies the arguments; parse(), which reads them, can be called only once.
     auto const observe = [](Parsing& objects) {
         objects.result = objects.parser == nullptr ? nullptr : &objects.parser->parse();
         return Parsing::observe(objects);
@@ -578,7 +577,7 @@ TEST_P(Commands, GetAParserOrNone) {
               0U);
 }
 
-// A parser that ran out of memory has given no result, and can only be destroyed.
+// A parser that ran out of memory has no result and can only be destroyed.
 TEST_P(Commands, AreParsedOrNot) {
     CommandRow const& row = GetParam();
     std::size_t const allocations = failEveryAllocation(Operation{
@@ -600,17 +599,17 @@ INSTANTIATE_TEST_SUITE_P(OfEveryKind, Commands, testing::ValuesIn(std::vector<Co
     {{u"packageName", u"", u"otherPackage@>=1.2.3-prerelease,<2"}, "packages"},
     {{u"packageName", u"as", u"introducedName"}, "an alias"},
     {{u"packageName@^1.2", u"as", u"introducedName"}, "an alias of a version"},
-    {{u"packageName", u"as", u"a.introducedName"}, "a name in the place of an alias"},
-    {{u"packageName", u"as", u"rootElement.*"}, "a wildcard in the place of an alias"},
-    {{u"packageName", u"as", u"otherPackage@1.2"}, "a version in the place of an alias"},
-    {{u"packageName", u"as", u"as"}, "a second as in the place of an alias"},
+    {{u"packageName", u"as", u"a.introducedName"}, "a name instead of an alias"},
+    {{u"packageName", u"as", u"rootElement.*"}, "a wildcard instead of an alias"},
+    {{u"packageName", u"as", u"otherPackage@1.2"}, "a version instead of an alias"},
+    {{u"packageName", u"as", u"as"}, "a second as instead of an alias"},
     {{u"packageName", u"as"}, "no alias"},
     {{u"packageName", u"as", u"introducedName", u"otherName"}, "two aliases"},
-    {{u"packageName", u"as", u"introducedName", u"as"}, "a second as behind an alias"},
+    {{u"packageName", u"as", u"introducedName", u"as"}, "a second as after an alias"},
     {{u"packageName", u"otherPackage", u"as", u"introducedName"}, "two packages for an alias"},
     {{u"as", u"introducedName"}, "no package for an alias"},
-    {{u"rootElement.introducedName", u"packageName"}, "a package behind a name"},
-    {{u"packageName", u"rootElement.introducedName"}, "a name behind a package"},
+    {{u"rootElement.introducedName", u"packageName"}, "a package after a name"},
+    {{u"packageName", u"rootElement.introducedName"}, "a name after a package"},
     {{u"rootElement.introducedName", u"as", u"introducedName"}, "an alias of a name"},
     {{u"rootElement.introducedName", u"1rootElement.*"}, "a rejected name"},
     {{u"rootElement.function"}, "a keyword as name"},
@@ -645,7 +644,7 @@ void appendEntries(ranges::any_view<Entry const&, ranges::category::forward> vie
     }
 }
 
-/// All that can be asked of a list without adding to it.
+/// The answers to all questions that do not change a list.
 Texts answersOf(IImportList const& list) {
     Texts texts;
     for (auto const check : {No, Yes}) {
@@ -666,8 +665,8 @@ Texts answersOf(IImportList const& list) {
     return texts;
 }
 
-/// What a copy of \p list answers once other entries stand where an addition that failed would have
-/// put its own, and then once more with the entries of such an addition.
+/// The answers of a copy of \p list after adding other entries, which take the place of entries
+/// whose addition failed, and again after adding entries like the failed ones.
 Texts answersAfterOthers(IImportList const& list) {
     auto const copy = list.clone();
     Texts texts;
@@ -681,7 +680,7 @@ Texts answersAfterOthers(IImportList const& list) {
     return texts;
 }
 
-/// What a list keeps besides its entries shows in what it would take, so a copy of it is asked.
+/// A list also stores data about its entries, which affects later additions, so a copy is tested.
 Texts textsOf(IImportList const& list) {
     Texts texts = answersOf(list);
     for (ImportEntry const& probe :
@@ -728,13 +727,14 @@ Scopes makeScopes(std::shared_ptr<IImportList> outermost = createImportList(null
     return scopes;
 }
 
-/// The same, with a foreign list outermost.
+/// The same, with a foreign list as the outermost one.
 Scopes makeScopesInAForeignOne() {
     return makeScopes(
         std::make_shared<support::ForeignImportList>(nullptr, model::ForeignManners{}));
 }
 
-/// Fails both ways of adding \p entry to a list with \p numberOfMore more entries of every kind.
+/// Makes both ways of adding \p entry fail, on a list that also has \p numberOfMore entries of each
+/// kind.
 void failAdding(ImportEntry const& entry, int numberOfMore = 0) {
     for (auto const add :
          {&IImportList::addStaticImportEntry, &IImportList::addDynamicImportEntry}) {
@@ -746,7 +746,7 @@ void failAdding(ImportEntry const& entry, int numberOfMore = 0) {
                     scopes.list->addStaticImportEntry(
                         makeName(std::u16string(name).append(u".n").append(name)));
                     scopes.list->addStaticImportEntry(makePackage(u"p" + name));
-                    if (number < 5) { // so that the set of both kinds grows at another size
+                    if (number < 5) { // so that the set of both kinds grows at a different size
                         scopes.list->addStaticImportEntry(makeWildcard(name + u".*"));
                     }
                 }
@@ -760,7 +760,7 @@ void failAdding(ImportEntry const& entry, int numberOfMore = 0) {
     }
 }
 
-// Sizes around those at which the containers of a list grow.
+// Sizes around those at which the containers of a list reallocate.
 TEST(Adding, StoresAnEntryEverywhereOrNowhere) {
     for (int const numberOfMore : {0, 1, 2, 3, 5, 6, 7, 10, 11, 12, 13, 26, 27, 28}) {
         SCOPED_TRACE(numberOfMore);
@@ -819,7 +819,7 @@ TEST(Lists, AreClonedWholeOrNotAtAll) {
     EXPECT_GT(failEveryAllocation(Operation{makeScopesInAForeignOne, clone, observeScopes}), 10U);
 }
 
-/// Gets a view of all entries of one kind and walks through it twice.
+/// Gets a view of all entries of one kind and iterates over it twice.
 template <typename Entry>
 void failGetter(ranges::any_view<Entry const&, ranges::category::forward> (IImportList::*getter)(
     IImportList::CheckAncestorList) const) {
@@ -839,7 +839,7 @@ void failGetter(ranges::any_view<Entry const&, ranges::category::forward> (IImpo
                                                   scopes.count = count;
                                               },
                                               observeScopes});
-            EXPECT_GT(allocations, 0U) << "the views are type-erased";
+            EXPECT_GT(allocations, 0U) << "type erasure allocates";
         }
     }
 }
@@ -881,8 +881,8 @@ struct Printing {
     static Texts observe(Printing const& objects) { return fieldsOf(objects.entry); }
 };
 
-/// A failure while a text is made passes through. If writing fails, the stream catches the
-/// exception, sets its bad bit, and rethrows only if it is asked to.
+/// An exception from converting the text is passed on. If writing fails, the stream catches the
+/// exception, sets its bad bit, and rethrows only if asked to.
 template <typename Char>
 void failPrinting(ImportEntry const& entry) {
     using Objects = Printing<Char>;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Sizes that a generator or an attacker may produce.
+/// Sizes that a code generator or an attacker may produce.
 
 #include <model/parser_model.hpp>
 #include <support/make_entries.hpp>
@@ -142,7 +142,7 @@ TEST(AListOfAMillionEntries, AnswersEveryQuestion) {
     EXPECT_EQ(list->clone()->getNumberOfEntries(No), 1'000'002U);
 }
 
-// Generated code can nest this deep, so nothing may recurse.
+// Generated code can be nested this deeply, so nothing may recurse.
 class AChainOfAHundredThousandLists : public testing::Test {
   protected:
     static constexpr int depth = 100'000;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Many threads read lists that nobody adds to, and each has its own parsers. Under the thread
-/// sanitizer this shows that readers share no data that they write.
+/// Many threads read unmodified lists, and each uses its own parsers. The thread sanitizer then
+/// shows that readers share no data that they modify.
 
 #include <support/make_entries.hpp>
 
@@ -35,7 +35,7 @@ constexpr int numberOfThreads = 8;
 constexpr int numberOfRounds = 20;
 constexpr int depth = 128;
 
-/// \p read must return the same to each of many threads, every time, as to a single thread.
+/// Expects \p read to return the same in many threads, every time, as in a single thread.
 template <typename Read>
 void expectTheSameInManyThreads(Read const& read) {
     std::latch start(numberOfThreads);
@@ -56,7 +56,7 @@ void expectTheSameInManyThreads(Read const& read) {
     for (std::thread& thread : threads) {
         thread.join();
     }
-    // Asked last, so that whatever is made on first use is made by the threads.
+    // Called last, so that anything created on first use is created by the threads.
     auto const expected = read();
     for (auto const& answer : answers) {
         EXPECT_EQ(answer, expected);
@@ -76,7 +76,7 @@ std::u16string numbered(std::u16string const& text, int number) {
     return text + std::u16string(digits.begin(), digits.end());
 }
 
-/// One list in the other; each imports something of each kind, and most of it is seen from inside.
+/// Nested lists; each imports something of each kind, and most of it is visible from inside.
 std::shared_ptr<IImportList const> makeDeepChain() {
     std::shared_ptr<IImportList> list = createImportList(nullptr);
     for (int level = 0; level < depth; ++level) {
@@ -114,7 +114,7 @@ void appendFound(IImportList const& list, Answers& answers) {
     answers.emplace_back(list.findPackageImportEntry(u"missing", Yes) ? "found" : "missing");
 }
 
-/// Every question that a list answers.
+/// The answers of a list to all questions.
 Answers answersOf(IImportList const& list) {
     Answers answers{std::to_string(list.getNumberOfEntries(Yes)),
                     list.isEmpty(Yes) ? "empty" : "not empty"};

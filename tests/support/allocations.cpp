@@ -20,7 +20,7 @@ thread_local std::size_t allocationsUntilFailure = noLimit;
 thread_local support::Shortage shortageToCome{};
 thread_local bool failed = false;
 
-/// Whether the allocation that is about to be made fails.
+/// Whether the next allocation fails.
 bool failsNow() noexcept {
     if (allocationsUntilFailure == noLimit) {
         return false;
@@ -36,7 +36,7 @@ bool failsNow() noexcept {
     return true;
 }
 
-/// Null when this allocation fails.
+/// Returns null if this allocation fails.
 void* allocate(std::size_t size) noexcept {
     ++allocations;
     void* const memory = failsNow() ? nullptr : std::malloc(size == 0 ? 1 : size);

@@ -10,13 +10,13 @@
 
 namespace support {
 
-/// The number of allocations that this thread has made, failed ones included.
+/// The number of allocations of this thread, including failed ones.
 std::size_t countAllocations() noexcept;
 
-/// The number of those that are not freed yet.
+/// The number of allocations that have not been freed.
 std::size_t countLiveAllocations() noexcept;
 
-/// The number of bytes in these, as the allocator rounds them up.
+/// The total size of these in bytes, as rounded up by the allocator.
 std::size_t countLiveBytes() noexcept;
 
 /// The ways in which memory can run out.
@@ -27,8 +27,8 @@ enum class Shortage : std::uint8_t {
     Lasting,
 };
 
-/// While it lives, the thread's first \p allowed allocations succeed and the next one, or every
-/// later one, throws std::bad_alloc.
+/// During its lifetime, the first \p allowed allocations of this thread succeed, and the next one,
+/// or every later one, throws std::bad_alloc.
 class FailingAllocations {
   public:
     explicit FailingAllocations(std::size_t allowed,

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Scripts that are made to be costly.
+/// Scripts that are expensive to process.
 
 #include <array>
 #include <cstddef>
@@ -15,11 +15,11 @@ namespace support {
 
 struct CostlyScript {
     std::string_view why;
-    /// Makes a script with so many of what is costly.
+    /// Creates a script of the given size.
     std::string (*make)(std::size_t size);
-    /// For the output and the memory.
+    /// The size for measuring output and memory.
     std::size_t size;
-    /// For the instructions, which take valgrind long to count.
+    /// The size for counting instructions, which is slow under valgrind.
     std::size_t sizeToCount;
 
     friend void PrintTo(CostlyScript const& script, std::ostream* stream) { *stream << script.why; }
@@ -27,7 +27,7 @@ struct CostlyScript {
 
 extern std::span<CostlyScript const> const costlyScripts;
 
-/// Each is measured for n, 2n and 4n.
+/// Each script is measured at size n, 2n and 4n.
 inline constexpr std::array<std::size_t, 3> growthFactors{1, 2, 4};
 
 } // namespace support

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Has callgrind count the instructions of a piece of work and write them down under a name, for
-/// tests/reliability/growth/growth_test.py. Outside valgrind it does nothing.
+/// Makes callgrind count the instructions of some work and store them under a name, for
+/// tests/reliability/growth/growth_test.py. Has no effect without valgrind.
 
 #include <valgrind/callgrind.h>
 
@@ -11,7 +11,7 @@
 
 namespace support {
 
-/// While there is one, instructions count.
+/// Instructions are counted during its lifetime.
 class CountedInstructions {
   public:
     CountedInstructions() { CALLGRIND_TOGGLE_COLLECT; }
@@ -22,7 +22,7 @@ class CountedInstructions {
     ~CountedInstructions() { CALLGRIND_TOGGLE_COLLECT; }
 };
 
-/// Writes down what has been counted since the last time: `growth: what is done: 100`.
+/// Stores the instructions counted since the last call: `growth: what is done: 100`.
 inline void writeDownInstructions(std::string const& name) {
     CALLGRIND_DUMP_STATS_AT(name.c_str());
 }

@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <new>
 
-// The address sanitizer has an operator new of its own, which libFuzzer's part of a program keeps
-// even if another one is linked; it calls hooks instead.
+// The address sanitizer has its own operator new, which libFuzzer's part of a program uses even if
+// another one is linked; it calls hooks instead.
 #if defined(__SANITIZE_ADDRESS__)
 #define GLEIGEM_HAS_ALLOCATION_HOOKS
 #elif defined(__has_feature)
@@ -18,7 +18,7 @@
 #endif
 
 #ifdef GLEIGEM_HAS_ALLOCATION_HOOKS
-// g++ has the functions of <sanitizer/allocator_interface.h>, and not that header.
+// g++ provides the functions of <sanitizer/allocator_interface.h>, but not the header.
 extern "C" {
 int __sanitizer_install_malloc_and_free_hooks(void (*onAllocation)(void const volatile*,
                                                                    std::size_t),
@@ -27,11 +27,11 @@ std::size_t __sanitizer_get_allocated_size(void const volatile* memory);
 }
 #endif
 
-// In a file of their own, since g++ takes inlined halves of the pair for a mismatch.
+// In a separate file, since g++ reports a mismatch when it inlines only one of the pair.
 
 namespace {
 
-// Signed: memory from before the first count is freed as well.
+// Signed, because memory allocated before counting started is freed as well.
 std::ptrdiff_t live = 0;
 std::ptrdiff_t mostLive = 0;
 

@@ -2,19 +2,19 @@
 #pragma once
 
 /// \file
-/// Measures how much memory a piece of work has at once. A program that has this is built with its
-/// replacement of the global operator new.
+/// Measures the peak memory of some work. A program that links it uses its replacement of the
+/// global operator new.
 
 #include <cstddef>
 
 namespace support {
 
-/// Measures from its beginning on. There is one at a time, in a program of one thread.
+/// Measures from its construction on. Only one may exist at a time, in a single-threaded program.
 class MemoryMeter {
   public:
     MemoryMeter() noexcept;
 
-    /// The most bytes that were had at once, beyond those of the beginning.
+    /// The peak number of bytes allocated at once, minus the number at construction.
     // NOLINTNEXTLINE(readability-convert-member-functions-to-static): of this measurement
     std::size_t peak() const noexcept;
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What a script costs the explorer, and what docs/explorer_limits.md promises of it.
+/// The cost of processing a script, and the limits in docs/explorer_limits.md.
 
 #include <cstddef>
 #include <string>
@@ -10,7 +10,7 @@
 
 namespace support {
 
-/// A report that the explorer writes, with as much in it as there can be.
+/// A kind of report, with all optional contents.
 struct KindOfReport {
     char const* options;
     enum class Format {
@@ -31,10 +31,10 @@ struct ExplorerCost {
     std::size_t memory = 0;
 };
 
-/// Reads, analyses and reports on \p script.
+/// The cost of reading, analysing and reporting on \p script.
 ExplorerCost costOf(std::string const& script, KindOfReport const& kind);
 
-/// The most that a script of \p size bytes may cost.
+/// The limit for a script of \p size bytes.
 constexpr ExplorerCost limitFor(std::size_t size) noexcept {
     constexpr std::size_t outputPerByte = 400;
     constexpr std::size_t memoryPerByte = 2000;

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Lists that are not the library's own, as a host may put them into a chain.
+/// Foreign lists, such as a host may use in a chain.
 
 #include <model/list_model.hpp>
 #include <support/wrapped_import_list.hpp>
@@ -21,14 +21,14 @@
 
 namespace support {
 
-/// Passes everything on to another list, so that its answers are those of that list, and counts
-/// what it is asked. Lists with other answers to some of the questions derive from it.
+/// Delegates to another list and counts the questions it is asked. Lists that answer some questions
+/// differently derive from it.
 class DelegatingImportList : public WrappedImportList {
   public:
-    /// What it throws once it no longer answers.
+    /// Thrown by a list that no longer answers.
     class NoAnswer : public std::exception {};
 
-    /// How often which question was asked how.
+    /// The number of questions by kind and reach.
     using QuestionCounts = std::map<std::pair<Question, CheckAncestorList>, std::size_t>;
 
     /// \param list must not be null.
@@ -36,10 +36,10 @@ class DelegatingImportList : public WrappedImportList {
 
     QuestionCounts const& questions() const { return counts; }
 
-    /// From now on \p action comes between the counting of a question and its answer.
+    /// From now on, \p action runs after a question is counted and before it is answered.
     void beforeAnswers(std::function<void()> action) { beforeAnswer = std::move(action); }
 
-    /// From now on every question is counted and then answered with the exception NoAnswer.
+    /// From now on, every question is counted and then throws NoAnswer.
     void stopAnswering() {
         beforeAnswers([] { throw NoAnswer(); });
     }
@@ -53,7 +53,7 @@ class DelegatingImportList : public WrappedImportList {
     mutable QuestionCounts counts;
 };
 
-/// A foreign list with answers of its own; model::createForeignList says which.
+/// A foreign list with its own answers; see model::createForeignList.
 class ForeignImportList final : public lf::import::IImportList {
   public:
     ForeignImportList(std::shared_ptr<IImportList const> enclosing,

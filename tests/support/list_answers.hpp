@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// All that a list tells, in a form in which lists can be compared.
+/// All answers of a list, in a form that can be compared.
 
 #include <import/import_list.hpp>
 
@@ -13,8 +13,8 @@ namespace support {
 
 using Answers = std::vector<std::string>;
 
-/// What \p list answers to every question, with \p names as the names to look up, and what copies
-/// of it answer to additions that such a name could be in the way of.
+/// The answers of \p list to every question, looking up \p names, and the results of adding entries
+/// that could conflict with these names to copies of it.
 Answers answersOf(lf::import::IImportList const& list, std::vector<std::u16string> const& names);
 
 } // namespace support

@@ -14,7 +14,7 @@ using model::OutcomeKind;
 
 namespace {
 
-/// Few, so that conflicts are frequent; all of them are root elements, too.
+/// Only a few, so that conflicts are frequent. All of them also occur as root elements.
 std::vector<std::u16string> const names{u"a", u"b", u"A", u"",
                                         u"aNameThatIsTooLongToBeKeptWithinTheStringItself"};
 
@@ -90,7 +90,7 @@ model::Reach ListProgramMaker::otherReach() {
     return oneOf(otherReaches, below);
 }
 
-/// Mostly one of the last two, so that chains become long.
+/// Usually one of the last two, so that chains become long.
 std::size_t ListProgramMaker::nearList() {
     return below(1 + below(maximalNumberOfLists));
 }
@@ -122,7 +122,7 @@ Outcome ListProgramMaker::entry() {
     return result;
 }
 
-/// Mostly one of the first two.
+/// Usually one of the first two.
 std::u16string ListProgramMaker::name() {
     return names[below(1 + below(names.size()))];
 }

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Random programs that create lists and add to them. After every step each list must answer as its
-/// twin in the model does.
+/// Random programs that create lists and add to them. After every step each list must give the same
+/// answers as the model.
 
 #include <support/twin_lists.hpp>
 
@@ -21,8 +21,8 @@ inline constexpr std::size_t maximalNumberOfSteps = 20;
 /// The model's cost is exponential in the length of a chain.
 inline constexpr std::size_t maximalNumberOfLists = 7;
 
-/// Makes a list; counted inward, 0 is the list made last, and the first that does not exist is no
-/// parent.
+/// Creates a list. The parent is counted from the list created last, which is 0; the first number
+/// without a list means no parent.
 struct CreateStep {
     ListMake make;
     std::size_t parent;
@@ -42,16 +42,16 @@ using ListStep = std::variant<AddStep, CreateStep, CloneStep>;
 
 struct ListProgram {
     std::vector<ListStep> steps;
-    /// Used for questions in addition to model::withAncestors.
+    /// The reach to ask with in addition to model::withAncestors.
     model::Reach otherReach;
 };
 
 std::ostream& operator<<(std::ostream& stream, ListProgram const& program);
 
-/// Makes programs whose entries have so few names that conflicts are frequent.
+/// Creates programs with so few names that conflicts are frequent.
 class ListProgramMaker {
   public:
-    /// A number below its argument.
+    /// Returns a number below its argument.
     using Choice = std::function<std::size_t(std::size_t bound)>;
 
     explicit ListProgramMaker(Choice choice);
@@ -69,7 +69,7 @@ class ListProgramMaker {
     Choice below;
 };
 
-/// Runs a program; starts with one list of the library.
+/// Runs a program, starting with one list of the library.
 class ListProgramRun {
   public:
     ListProgramRun();

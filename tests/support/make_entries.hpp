@@ -11,7 +11,7 @@
 
 namespace support {
 
-/// `a.b.c`, with the root element before the first dot and the introduced name behind the last.
+/// `a.b.c`, with the root element before the first dot and the introduced name after the last.
 inline lf::import::FullyQualifiedImportEntry makeName(std::u16string const& raw) {
     return lf::import::FullyQualifiedImportEntry(lf::import::FullyQualifiedImportArgument{
         raw.substr(0, raw.find(u'.')), raw.substr(raw.rfind(u'.') + 1), raw, {}});

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The keys of messages in the form in which tests collect them.
+/// The keys of messages in the form that tests use.
 
 #include <import/messages.hpp>
 

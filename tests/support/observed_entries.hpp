@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The library's results as plain data, in the form that the model uses.
+/// The library's results as plain data, in the form of the model.
 
 #include <model/outcome.hpp>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Short names for expected outcomes, so that tables of them read like the rules.
+/// Short names for expected outcomes, for readable tables.
 
 #include <model/outcome.hpp>
 

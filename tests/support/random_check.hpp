@@ -12,7 +12,7 @@
 
 namespace support {
 
-/// Checks \p property on \p numberOfCases random cases, unless RC_PARAMS says otherwise.
+/// Checks \p property on \p numberOfCases random cases, unless RC_PARAMS overrides the number.
 template <typename Property>
 void checkOnRandomCases(int numberOfCases, Property const& property) {
     rc::detail::TestParams parameters = rc::detail::configuration().testParams;

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Random list programs, for properties; a failing one is made shorter.
+/// Random list programs for properties; failing ones are shrunk.
 
 #include <support/list_program.hpp>
 
@@ -14,7 +14,7 @@
 
 namespace support {
 
-/// A program made of the next numbers of \p random.
+/// A program generated from \p random.
 inline ListProgram makeProgram(rc::Random& random) {
     return ListProgramMaker([&random](std::size_t bound) {
                return static_cast<std::size_t>(random.next() % bound);
@@ -22,7 +22,7 @@ inline ListProgram makeProgram(rc::Random& random) {
         .program();
 }
 
-/// Any program.
+/// Generates any program.
 inline rc::Gen<ListProgram> anyProgram() {
     return [](rc::Random random, int) {
         return rc::shrinkable::shrinkRecur(makeProgram(random), [](ListProgram const& program) {

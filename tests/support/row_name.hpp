@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Names table-driven tests after the reason of each row.
+/// Names table-driven tests after the reason in each row.
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 
 namespace support {
 
-/// `7_ABadPrefixIsTestedBeforeTheWildcard` for row 7 with that reason.
+/// `7_ABadPrefixIsCheckedBeforeTheWildcard` for row 7 with that reason.
 struct RowName {
     template <typename Row>
     std::string operator()(testing::TestParamInfo<Row> const& info) const {

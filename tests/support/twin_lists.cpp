@@ -23,7 +23,7 @@ using model::OutcomeKind;
 using model::Reach;
 using resource_core::GenericMsgIDHolder;
 
-/// How library and model call the entries of one kind.
+/// The names of the library and the model for the entries of one kind.
 template <typename Entry>
 struct KindOf;
 
@@ -48,7 +48,7 @@ struct KindOf<PackageImportEntry> {
     static constexpr char const* question = "getPackageImportEntries";
 };
 
-/// A found entry, by the text in it that the answer gives access to.
+/// A found entry, represented by the text that the answer contains.
 struct Answer {
     std::u16string_view text;
     char16_t const* address;

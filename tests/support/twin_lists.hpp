@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Import lists of the library, each with its twin in the model. Both get the same additions
+/// Pairs of equivalent lists, one of the library and one of the model. Both get the same additions
 /// and must give the same answers.
 
 #include <model/list_model.hpp>
@@ -26,15 +26,15 @@ namespace support {
 enum class Maker : std::uint8_t {
     /// The library's own.
     Library,
-    /// Foreign, around a list of the library.
+    /// Foreign, delegates to a list of the library.
     Delegating,
-    /// Foreign, with answers of its own.
+    /// Foreign, with its own answers.
     Foreign,
 };
 
 struct ListMake {
     Maker maker{};
-    /// Of a foreign list.
+    /// Used for foreign lists only.
     model::ForeignManners manners;
 
     friend bool operator==(ListMake const&, ListMake const&) = default;
@@ -42,47 +42,46 @@ struct ListMake {
 
 std::ostream& operator<<(std::ostream& stream, ListMake const& make);
 
-/// Which of the two operations adds an entry.
+/// The operation that adds an entry.
 enum class Addition : std::uint8_t { Static, Dynamic };
 
-/// Library and model differ. The text says how, and for which lists.
+/// A difference between library and model, described by the text.
 class Difference : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-/// A family of lists, numbered from 0 in the order of their making. All operations but size() throw
-/// Difference where library and model differ.
+/// A family of lists, numbered from 0 in the order of creation. All operations except size() throw
+/// Difference if library and model differ.
 class TwinLists {
   public:
     std::size_t size() const { return twins.size(); }
 
-    /// Makes an empty list.
+    /// Creates an empty list.
     void create(ListMake const& make, std::optional<std::size_t> parent);
 
-    /// Makes a copy of a list.
+    /// Creates a copy of a list.
     void clone(std::size_t list);
 
     /// Removes the last list.
     void removeLast();
 
-    /// Adds an entry, which must be moved from if it is stored and must be as it was if not.
+    /// Adds an entry, which must be moved from if it is stored and unchanged otherwise.
     ///
-    /// \returns what both said.
+    /// \returns the result, which must be the same for both.
     std::optional<model::Outcome> add(std::size_t list, Addition addition,
                                       model::Outcome const& entry);
 
-    /// Checks the own entries of a list and notes their addresses. Must come before checkAnswers
-    /// for the list and all its ancestors whenever one was added to.
+    /// Checks the own entries of a list and records their addresses. After additions, must be
+    /// called for a list and all its ancestors before checkAnswers.
     void checkOwnEntries(std::size_t list);
 
-    /// Checks every question that a list can be asked, with \p names as the names to look up, once
-    /// reaching the ancestors and once with \p otherReach. Entries must be the very ones that the
-    /// right lists store.
+    /// Checks the answers to all questions, looking up \p names, with the ancestors and with
+    /// \p otherReach. The entries found must be the stored objects of the right lists.
     void checkAnswers(std::size_t list, std::vector<std::u16string> const& names,
                       model::Reach otherReach) const;
 
-    /// Checks all of this for every list.
+    /// Performs both checks for every list.
     void checkAll(std::vector<std::u16string> const& names, model::Reach otherReach);
 
   private:

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The base of lists that are not the library's own and pass everything on to one that is.
+/// The base class of foreign lists that delegate to a list of the library.
 
 #include <import/export.hpp>
 #include <import/import_list.hpp>
@@ -16,7 +16,7 @@
 
 namespace support {
 
-/// Answers as the list does that it wraps. Exported, since a class derived from it may be.
+/// Returns the answers of the wrapped list. Exported, since a class derived from it may be.
 class GLEIGEM_EXPORT WrappedImportList : public lf::import::IImportList {
   public:
     enum class Question : std::uint8_t {
@@ -83,11 +83,11 @@ class GLEIGEM_EXPORT WrappedImportList : public lf::import::IImportList {
     /// \param list must not be null.
     explicit WrappedImportList(std::unique_ptr<IImportList> list) : inner(std::move(list)) {}
 
-    /// Wraps a clone of the other's list.
+    /// Wraps a clone of the list that \p other wraps.
     WrappedImportList(WrappedImportList const& other)
         : IImportList(other), inner(other.inner->clone()) {}
 
-    /// The list that is to answer a question.
+    /// The list that answers a question.
     virtual IImportList const& ask(Question /*question*/, CheckAncestorList /*check*/) const {
         return *inner;
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// What own_platform_test.py has gdb print, on a platform whose types the printers do not know.
+// The program that own_platform_test.py debugs, on a platform whose types the printers do not know.
 
 #include <import/import.hpp>
 

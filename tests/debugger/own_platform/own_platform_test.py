@@ -14,7 +14,7 @@ import sys
 
 SKIPPED = 77
 
-# An expression, and what the text of it must match.
+# An expression, and a pattern for its output.
 CASES = [
     ("name", r"a\.b\.c"),
     ("wildcard", r"a\.b\.\*"),
@@ -30,7 +30,7 @@ CASES = [
 def main():
     printers, program = sys.argv[1:]
     if not shutil.which("gdb"):
-        print("Skipped: there is no gdb.")
+        print("Skipped: gdb is not installed.")
         sys.exit(SKIPPED)
     commands = [f"source {printers}", "set host-charset UTF-8", "break stopHere", "run", "finish"]
     for expression, _ in CASES:

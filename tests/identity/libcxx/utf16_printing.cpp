@@ -57,7 +57,7 @@ class ShortBuffer : public std::basic_streambuf<char16_t> {
 
 struct Refusal {};
 
-/// Takes nothing, and says so by an exception.
+/// Accepts nothing and throws an exception instead.
 class ThrowingBuffer : public std::basic_streambuf<char16_t> {
   protected:
     std::streamsize xsputn(char16_t const* /*text*/, std::streamsize /*size*/) override {
@@ -75,15 +75,16 @@ std::ios_base::iostate stateAfterPrintingTo(std::streamsize units) {
 void checkPadding() {
     check("no width, no blanks", printed(0, std::right) == u"a.b");
     check("as wide as the text, no blanks", printed(3, std::right) == u"a.b");
-    check("wider, blanks in front", printed(5, std::right) == u"  a.b");
-    check("wider, blanks in front by default", printed(5, std::internal) == u"  a.b");
-    check("wider to the left, blanks behind", printed(5, std::left) == u"a.b  ");
+    check("wider, blanks before it", printed(5, std::right) == u"  a.b");
+    check("wider, blanks before it by default", printed(5, std::internal) == u"  a.b");
+    check("wider to the left, blanks after it", printed(5, std::left) == u"a.b  ");
 }
 
 void checkStates() {
     using std::ios_base;
-    check("a stream that takes all stays good", stateAfterPrintingTo(3) == ios_base::goodbit);
-    check("a stream that takes less goes bad",
+    check("a stream that accepts everything stays good",
+          stateAfterPrintingTo(3) == ios_base::goodbit);
+    check("a stream that accepts less goes bad",
           stateAfterPrintingTo(2) == (ios_base::failbit | ios_base::badbit));
 
     Stream failed;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// How lists give up their parents: without recursion, however they are owned, and never later than
-/// a host can tell.
+/// How lists release their parents: without recursion, whatever owns them, and without a
+/// delay that a host could observe.
 
 #include <support/foreign_import_list.hpp>
 #include <support/row_name.hpp>
@@ -28,7 +28,7 @@ using support::DelegatingImportList;
 using List = std::shared_ptr<IImportList const>;
 using Log = std::vector<std::string>;
 
-/// \p list, with \p action to be done first when the last share is given up.
+/// \p list with an \p action that runs when its last owner releases it.
 List withAction(std::unique_ptr<IImportList> list, std::function<void()> action) {
     return {list.release(), [action = std::move(action)](IImportList const* body) {
                 action();
@@ -36,7 +36,7 @@ List withAction(std::unique_ptr<IImportList> list, std::function<void()> action)
             }};
 }
 
-/// Around \p parents lists, each of them owned by the next alone.
+/// A chain of \p parents lists, each owned only by the next.
 List makeChain(std::size_t parents, List outermost = nullptr) {
     List list = createImportList(std::move(outermost));
     for (std::size_t number = 0; number < parents; ++number) {
@@ -45,7 +45,7 @@ List makeChain(std::size_t parents, List outermost = nullptr) {
     return list;
 }
 
-/// A foreign list that says when it is destroyed.
+/// A foreign list that logs its destruction.
 class LoggedList : public DelegatingImportList {
   public:
     LoggedList(std::string itsName, Log& itsLog)
@@ -61,11 +61,11 @@ class LoggedList : public DelegatingImportList {
     Log& log;
 };
 
-/// A foreign list that owns a list of the library whose parent refers to the owner, as that of a
-/// host's helper may.
+/// A foreign list that owns a list of the library whose parent refers back to the owner, like the
+/// parent of a host's helper may.
 class Owner final : public DelegatingImportList {
   public:
-    /// \param between how many lists of the library are between the helper and that parent.
+    /// \param between the number of the library's lists between the helper and that parent.
     Owner(std::size_t between, Log& itsLog)
         : DelegatingImportList(createImportList(nullptr)),
           log(itsLog),
@@ -85,7 +85,7 @@ class Owner final : public DelegatingImportList {
     List helper;
 };
 
-/// How an owner ends.
+/// How an owner is destroyed.
 struct Row {
     std::string why;
     std::size_t listsInside;  ///< around the owner
@@ -136,8 +136,7 @@ TEST(AListThatDiesInTheReleaseOfAnother, LetsGoOfAParentThatOthersOwnToo) {
     EXPECT_EQ(sharesInside, 1);
 }
 
-/// How far the stack of this thread has grown at most where it was looked at, from where it was
-/// looked at first.
+/// How far the stack of this thread has grown from the first measurement to the deepest one.
 class StackProbe {
   public:
     void look() {
@@ -155,10 +154,10 @@ class StackProbe {
 };
 
 constexpr std::size_t manyLists = 2'000;
-/// A recursion takes far more for so many lists.
+/// Recursion would need much more than this for so many lists.
 constexpr std::size_t fewFrames = std::size_t{16} * 1'024;
 
-/// What the deleter of a list destroys besides, when a list of a long chain is given up.
+/// What else the deleter of a list destroys when it releases a list of a long chain.
 struct CompanyRow {
     std::string why;
     std::size_t chainsBefore; ///< the list itself
@@ -170,7 +169,7 @@ struct CompanyRow {
 
 class ListsThatDieTogether : public testing::TestWithParam<CompanyRow> {
   protected:
-    /// Makes a list whose every ancestor looks at the stack when it dies.
+    /// Creates a list whose ancestors all measure the stack in their destruction.
     List makeProbed(std::size_t parents) {
         List list;
         for (std::size_t number = 0; number <= parents; ++number) {
@@ -220,8 +219,8 @@ INSTANTIATE_TEST_SUITE_P(InOneDeleter, ListsThatDieTogether,
                                          CompanyRow{"between long chains", 2, 2, manyLists}),
                          support::RowName{});
 
-/// A list each of whose \p parents ancestors dies in a deleter that has another list die after it,
-/// whose parent is given up while the ancestor's waits.
+/// Creates a list with \p parents ancestors, each destroyed by a deleter that also releases another
+/// list, whose parent is released while the ancestor's is pending.
 List makeAccompanied(std::size_t parents, StackProbe& stack) {
     List list;
     for (std::size_t number = 0; number <= parents; ++number) {

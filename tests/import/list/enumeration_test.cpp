@@ -31,7 +31,7 @@ static_assert(
 
 using Texts = std::vector<std::u16string>;
 
-// Four scopes, each within the one before.
+// Four nested scopes.
 class Enumeration : public testing::Test {
   protected:
     std::shared_ptr<IImportList> outermost = createImportList(nullptr);

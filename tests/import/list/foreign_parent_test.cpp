@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// What a list of the library asks of a parent that is not, and what happens when that parent
-/// fails.
+/// Which questions a list of the library asks a foreign parent, and what happens if the parent
+/// throws.
 
 #include <support/foreign_import_list.hpp>
 #include <support/make_entries.hpp>
@@ -39,7 +39,7 @@ void fill(IImportList& list) {
     ASSERT_FALSE(list.addStaticImportEntry(makePackage(u"p")));
 }
 
-/// One question to a list, and what the list therefore asks its parent, if anything.
+/// A question to a list, and the question that the list then asks its parent, if any.
 struct Row {
     std::string why;
     void (*ask)(IImportList& list);
@@ -57,12 +57,12 @@ constexpr auto nothing = std::nullopt;
 
 // clang-format off
 std::vector<Row> const rows{
-    {"find a package: beyond a list without the name",        [](IImportList& list) { list.findPackageImportEntry(u"x", Yes); },        FindPackage},
-    {"find a package: not beyond this list",                  [](IImportList& list) { list.findPackageImportEntry(u"x", No); },         nothing},
+    {"find a package: this list does not have it",            [](IImportList& list) { list.findPackageImportEntry(u"x", Yes); },        FindPackage},
+    {"find a package: in this list alone",                    [](IImportList& list) { list.findPackageImportEntry(u"x", No); },         nothing},
     {"find a package: this list has it",                      [](IImportList& list) { list.findPackageImportEntry(u"p", Yes); },        nothing},
     {"find a package: this list hides it",                    [](IImportList& list) { list.findPackageImportEntry(u"b", Yes); },        nothing},
-    {"find a name: beyond a list without the name",           [](IImportList& list) { list.findFullyQualifiedImportEntry(u"x", Yes); }, FindFullyQualified},
-    {"find a name: not beyond this list",                     [](IImportList& list) { list.findFullyQualifiedImportEntry(u"x", No); },  nothing},
+    {"find a name: this list does not have it",               [](IImportList& list) { list.findFullyQualifiedImportEntry(u"x", Yes); }, FindFullyQualified},
+    {"find a name: in this list alone",                       [](IImportList& list) { list.findFullyQualifiedImportEntry(u"x", No); },  nothing},
     {"find a name: this list has it",                         [](IImportList& list) { list.findFullyQualifiedImportEntry(u"b", Yes); }, nothing},
     {"find a name: this list hides it",                       [](IImportList& list) { list.findFullyQualifiedImportEntry(u"p", Yes); }, nothing},
 
@@ -80,13 +80,13 @@ std::vector<Row> const rows{
     {"count: of this list",                                   [](IImportList& list) { list.getNumberOfEntries(No); },                   nothing},
 
     {"add a name: its root element is looked up",             [](IImportList& list) { add(list, makeName(u"x.y")); },                   FindPackage},
-    {"add a name: one that is there already",                 [](IImportList& list) { add(list, makeName(u"a.b")); },                   nothing},
-    {"add a name: one that this list has as a package",       [](IImportList& list) { add(list, makeName(u"x.p")); },                   nothing},
+    {"add a name: already in this list",                      [](IImportList& list) { add(list, makeName(u"a.b")); },                   nothing},
+    {"add a name: a package of this list introduces it",      [](IImportList& list) { add(list, makeName(u"x.p")); },                   nothing},
     {"add a name: its root element is a package here",        [](IImportList& list) { add(list, makeName(u"p.y")); },                   nothing},
     {"add a name: its root element is hidden here",           [](IImportList& list) { add(list, makeName(u"b.y")); },                   nothing},
     {"add a wildcard: its root element is looked up",         [](IImportList& list) { add(list, makeWildcard(u"x.*")); },               FindPackage},
-    {"add a wildcard: one that is there already",             [](IImportList& list) { add(list, makeWildcard(u"c.*")); },               nothing},
-    {"add a package: conflicts are looked for in this list",  [](IImportList& list) { add(list, makePackage(u"x")); },                  nothing},
+    {"add a wildcard: already in this list",                  [](IImportList& list) { add(list, makeWildcard(u"c.*")); },               nothing},
+    {"add a package: only this list is checked for conflicts",[](IImportList& list) { add(list, makePackage(u"x")); },                  nothing},
 };
 
 // clang-format on
@@ -97,7 +97,7 @@ class ForeignParent : public testing::TestWithParam<Row> {
         std::make_shared<DelegatingImportList>(createImportList(nullptr));
 };
 
-/// Asks \p list, and checks that \p parent is asked once or not at all.
+/// Asks \p list the row's question and expects at most one question to \p parent.
 void expectOneQuestion(Row const& row, IImportList& list, DelegatingImportList const& parent) {
     if (row.isFilled) {
         fill(list);
@@ -152,7 +152,7 @@ TEST_F(ForeignParent, ThatFailsLeavesListAndEntryAsTheyWere) {
 
     EXPECT_EQ(list->getNumberOfEntries(No), 3U);
     EXPECT_FALSE(list->findFullyQualifiedImportEntry(u"y", No));
-    // No root element has stayed behind.
+    // The root element of the refused entry was not stored.
     EXPECT_FALSE(list->addStaticImportEntry(makePackage(u"x")));
 }
 

@@ -95,12 +95,12 @@ TEST_F(AnImportList, GivesItsParentUpWhenItIsDestroyed) {
     EXPECT_TRUE(watched.expired());
 }
 
-TEST_F(AnImportList, GivesUpAllListsThatAParentOfAnotherMakeOwns) {
+TEST_F(AnImportList, ReleasesAllListsThatAForeignParentOwns) {
     auto const outermost = makeList();
     auto first = makeList(outermost);
     auto second = makeList(outermost);
     auto const owned = std::to_array<std::weak_ptr<IImportList const>>({first, second});
-    // As a foreign list would: two lists live as long as it.
+    // Like a foreign list, this one owns two lists.
     auto* const body = first.get();
     std::shared_ptr<IImportList const> owner(
         body, [held = std::pair{std::move(first), std::move(second)}](auto const*) {});
@@ -154,7 +154,7 @@ TEST_F(AnImportList, ClonesWithTheSameParent) {
     EXPECT_EQ(copy->getNumberOfEntries(No), 3U) << "raw arguments are copied";
 }
 
-// Such a list keeps what it knows of names in memory of its own.
+// A large list also stores an index of its names.
 TEST_F(AnImportList, ClonesAllThatALargeListKnowsOfNames) {
     auto const list = makeList();
     std::vector<std::u16string> names;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Every short chain of lists in which each holds one name not at all, as a package or as a fully
-/// qualified import, and is the library's own or foreign.
+/// All short chains of lists in which each list is the library's or foreign, and contains a name as
+/// a package, as a fully qualified import, or not at all.
 
 #include <support/outcomes.hpp>
 #include <support/row_name.hpp>
@@ -47,9 +47,9 @@ class EveryChain {
     }
 
   private:
-    /// Compares all chains that are made by putting further lists into the innermost one.
+    /// Extends the chain by one list in every way and compares.
     void lengthen() {
-        // Equal raw arguments hide each other, different ones do not: let there be both.
+        // Equal raw arguments hide each other and different ones do not: cover both.
         std::u16string const root = lists.size() % 2 == 0 ? u"even" : u"odd";
         std::array<std::optional<Outcome>, 3> const holdings{std::nullopt, package,
                                                              dotted(root, name)};
@@ -119,7 +119,7 @@ ListMake foreign(bool asksParent, bool namesParent) {
             .manners = {.asksParent = asksParent, .namesParent = namesParent}};
 }
 
-// The chains of n lists are 6^n.
+// There are 6^n chains of n lists.
 INSTANTIATE_TEST_SUITE_P(
     WithLists, EveryShortChain,
     testing::Values(

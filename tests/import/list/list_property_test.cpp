@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Random programs that make lists and add to them; after every step each list must answer as its
-/// twin in the model does.
+/// Random programs that create lists and add entries; after every step each list must give the same
+/// answers as the model.
 
 #include <support/list_program.hpp>
 #include <support/message_keys.hpp>
@@ -25,7 +25,7 @@ TEST(RandomLists, AnswerAfterEveryStepWhatTheRulesSay) {
         run.run(*support::anyProgram());
         keys.insert(run.keys().begin(), run.keys().end());
     });
-    // A run that misses a key tests too little. The empty text stands for acceptance.
+    // A run that never produces some key tests too little. The empty text stands for acceptance.
     std::set<std::string> expected = support::keyTextsOf(lf::import::listMessages);
     expected.insert("");
     EXPECT_EQ(keys, expected);

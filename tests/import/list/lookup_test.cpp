@@ -18,7 +18,7 @@ using support::makeWildcard;
 using enum IImportList::CheckAncestorList;
 using enum EntryOrigin;
 
-// Four scopes, each within the one before.
+// Four nested scopes.
 class Lookup : public testing::Test {
   protected:
     std::shared_ptr<IImportList> outermost = createImportList(nullptr);

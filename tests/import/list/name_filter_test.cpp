@@ -13,7 +13,7 @@
 namespace lf::import {
 namespace {
 
-/// Draws what hashes of names look like; the same in every run.
+/// Draws random values that resemble hashes of names; the same values in every run.
 class Hashes {
   public:
     NameHash next() { return static_cast<NameHash>(engine()); }
@@ -66,7 +66,7 @@ TEST(ANameFilter, IsCopiedWithItsNames) {
     }
 }
 
-/// How many indexes of how many names are asked how often for another name.
+/// The number of indexes, of names in each, and of lookups of other names.
 struct Size {
     std::size_t names;
     int indexes;
@@ -90,10 +90,10 @@ TEST_P(TheFilterOfAnIndex, LetsFewOtherNamesPass) {
         }
     }
     EXPECT_LE(passed, 0.04 * indexes * probes);
-    EXPECT_GT(passed, 0) << "a filter that lets nothing else pass is no filter";
+    EXPECT_GT(passed, 0) << "the test needs some other names that pass";
 }
 
-// Round sizes, and the largest ones before an index grows.
+// Round numbers, and the largest sizes before an index grows.
 INSTANTIATE_TEST_SUITE_P(OfEverySize, TheFilterOfAnIndex,
                          testing::Values(Size{6, 1'000, 100}, Size{10, 1'000, 100},
                                          Size{12, 1'000, 100}, Size{100, 100, 1'000},

@@ -37,7 +37,7 @@ TEST(AHashKey, HashesEveryUnit) {
             text[place] = u'm';
             hashes.insert(key.hash(text));
         }
-        // Two hashes of 32 bits may meet by chance; that four do is not seen in a lifetime.
+        // Two hashes of 32 bits may collide by chance; more collisions are all but impossible.
         EXPECT_GE(hashes.size() + 2, size + 1) << size;
     }
 }

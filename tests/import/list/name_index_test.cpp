@@ -68,7 +68,7 @@ TEST(ANameIndex, FindsNothingForARoomThatWasNotTaken) {
     EXPECT_FALSE(index.find(0, isAny));
 }
 
-/// How the hashes of names are spread over the table.
+/// The distribution of hashes over the table.
 struct Spread {
     std::string why;
     NameHash (*hashOf)(std::size_t number);
@@ -117,15 +117,15 @@ TEST_P(ANameIndexOfHashes, IsCopiedWithAllNames) {
 
 INSTANTIATE_TEST_SUITE_P(
     SpreadInEveryWay, ANameIndexOfHashes,
-    testing::Values(Spread{"all apart",
+    testing::Values(Spread{"all in different slots",
                            [](std::size_t number) {
                                return static_cast<NameHash>(number * 0x9E3779B1U);
                            }},
                     Spread{"one after the other",
                            [](std::size_t number) { return static_cast<NameHash>(number); }},
                     Spread{"all equal", [](std::size_t) { return NameHash{0x12345678}; }},
-                    Spread{"all in the last place", [](std::size_t) { return ~NameHash{0}; }},
-                    Spread{"different, but all in one place",
+                    Spread{"all in the last slot", [](std::size_t) { return ~NameHash{0}; }},
+                    Spread{"different, but in the same slot",
                            [](std::size_t number) { return static_cast<NameHash>(number << 16); }}),
     support::RowName{});
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Foreign lists around lists of the library, one in the other: what a lookup asks of them, and
-/// that it answers as if it were not spared any question.
+/// Lists of the library nested in foreign lists: the number of questions that a lookup asks them,
+/// and that its answers do not depend on skipping questions.
 
 #include <support/foreign_import_list.hpp>
 #include <support/make_entries.hpp>
@@ -35,7 +35,7 @@ using List = std::shared_ptr<IImportList const>;
 
 // The number of questions.
 
-/// What is done with the innermost list, and what it finds.
+/// An operation on the innermost list and its result.
 struct Row {
     std::string why;
     bool (*find)(IImportList& list);
@@ -60,9 +60,9 @@ class QuestionsToNestedForeignLists : public testing::TestWithParam<Row> {
   protected:
     class TooManyQuestions : public std::exception {};
 
-    /// Does what the row says in a list in \p depth foreign lists.
+    /// Performs the operation in a list nested in \p depth foreign lists.
     ///
-    /// \returns how many questions they are asked; the test ends when those are far too many.
+    /// \returns the number of questions they are asked; stops the test if there are far too many.
     static std::size_t questionsAt(std::size_t depth) {
         std::size_t questions = 0;
         std::shared_ptr<IImportList> const outermost = createImportList(nullptr);
@@ -112,7 +112,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 // The answers.
 
-/// Looks names up by the walk as it is described, and asks every list that it comes to.
+/// Looks up names literally as documented: asks every list on the way.
 class LiteralImportList final : public DelegatingImportList {
   public:
     explicit LiteralImportList(List const& parent)
@@ -148,7 +148,7 @@ class LiteralImportList final : public DelegatingImportList {
     }
 };
 
-/// Makes the lists that the foreign ones are around, and those between them.
+/// Creates the lists that the foreign lists delegate to, and those between them.
 using MakeList = std::unique_ptr<IImportList> (*)(List const& parent);
 
 std::unique_ptr<IImportList> makeOwn(List const& parent) {
@@ -159,7 +159,7 @@ std::unique_ptr<IImportList> makeLiteral(List const& parent) {
     return std::make_unique<LiteralImportList>(parent);
 }
 
-/// What a foreign list makes of the answers of the list that it is around.
+/// How a foreign list changes the answers of the list that it delegates to.
 enum class Manner : std::uint8_t {
     PassesOn,
     AsksWithoutAncestors,
@@ -244,8 +244,7 @@ class MannerlyImportList final : public DelegatingImportList {
     MakeList makeList;
 };
 
-/// A list of the chains that are compared: one of the library with an entry or without, or a
-/// foreign one.
+/// A list of the chains to compare: the library's own, with or without an entry, or foreign.
 struct Link {
     std::optional<Manner> manner;
     std::optional<ImportEntry> entry;
@@ -262,7 +261,7 @@ std::vector<Link> allLinks() {
     return links;
 }
 
-/// A list inside of \p links, the outermost of which comes first.
+/// A list nested in \p links, which are ordered from the outermost inward.
 std::shared_ptr<IImportList> makeChain(std::vector<Link> const& links, MakeList makeList) {
     std::shared_ptr<IImportList> enclosing;
     for (Link const& link : links) {
@@ -278,7 +277,7 @@ std::shared_ptr<IImportList> makeChain(std::vector<Link> const& links, MakeList 
     return makeList(enclosing);
 }
 
-/// What \p find finds, or that it throws.
+/// The result of \p find, or that it throws.
 template <typename Find>
 std::u16string outcomeOf(Find const& find) {
     try {
@@ -305,7 +304,7 @@ std::vector<std::u16string> lookUp(IImportList const& list) {
 
 class EveryChainWithForeignLists : public testing::Test {
   protected:
-    /// Compares the chain \p links and all that are it with up to \p more further lists inside.
+    /// Compares \p links and all chains that extend it inward by up to \p more lists.
     void compare(std::vector<Link>& links, int more) {
         auto const list = makeChain(links, makeOwn);
         ASSERT_EQ(lookUp(*list), lookUp(*makeChain(links, makeLiteral))) << describe(links);
@@ -356,9 +355,10 @@ TEST(QuestionsToListsThatCatchWhatAnotherThrows, GrowAsTheChainDoes) {
     }
 }
 
-// Shares.
+// Ownership.
 
-/// Gives away the only share of the list behind it, and is no more than that share from then on.
+/// Transfers its only reference to its parent to the caller of getParent(). Expects to be alive
+/// whenever it is asked.
 class ParentGivingList final : public DelegatingImportList {
   public:
     explicit ParentGivingList(List itsParent)
@@ -381,19 +381,19 @@ class ParentGivingList final : public DelegatingImportList {
     mutable List parent;
 };
 
-TEST(AForeignListThatGivesItsOnlyShareOfItsParentAway, IsWalkedPast) {
+TEST(AForeignListThatGivesAwayItsOnlyReferenceToItsParent, IsWalkedPast) {
     for (auto const looksUp : {findsPackage, findsName}) {
         auto const outermost = ParentGivingList::around(nullptr);
         auto const middle = ParentGivingList::around(createImportList(outermost));
         List const outer = ParentGivingList::around(ParentGivingList::around(middle));
         auto const list = createImportList(createImportList(outer));
         EXPECT_FALSE(looksUp(*list, u"missing"));
-        EXPECT_EQ(middle->questions().size(), 1U) << "the walk came by";
+        EXPECT_EQ(middle->questions().size(), 1U) << "it was asked once";
         EXPECT_EQ(outermost->questions().size(), 1U);
     }
 }
 
-TEST(AForeignListThatGivesItsOnlyShareOfItsParentAway, IsWalkedPastWithinAnotherLookup) {
+TEST(AForeignListThatGivesAwayItsOnlyReferenceToItsParent, IsWalkedPastWithinAnotherLookup) {
     for (auto const looksUp : {findsPackage, findsName}) {
         auto const outermost = ParentGivingList::around(nullptr);
         List const outer =

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// A foreign parent that turns to the very list whose addition asks it.
+/// A foreign parent that, when asked, uses the list whose addition is asking.
 
 #include <support/foreign_import_list.hpp>
 #include <support/list_answers.hpp>
@@ -31,7 +31,7 @@ using support::makePackage;
 using support::makeWildcard;
 using enum IImportList::CheckAncestorList;
 
-/// An addition that asks the parent, to a list with \p numberOfMore entries of each kind besides.
+/// An addition that asks the parent, to a list that also has \p numberOfMore entries of each kind.
 struct Row {
     std::string why;
     ImportEntry entry;
@@ -61,7 +61,7 @@ class AnAdditionThatAsksAForeignParent : public testing::TestWithParam<Row> {
         }
     }
 
-    /// Adds the row's entry; \p action is done once, when the parent is asked.
+    /// Adds the row's entry; \p action runs once, when the parent is asked.
     void addWhile(std::function<void()> const& action) {
         bool isDone = false;
         parent->beforeAnswers([&] {
@@ -116,7 +116,7 @@ TEST_P(AnAdditionThatAsksAForeignParent, LetsOtherEntriesBeAddedMeanwhile) {
         << "it is there already";
 }
 
-// Which rules a list then keeps is up to the parent. What it answers must still fit together.
+// The parent is responsible for the rules then, but the list's answers must remain consistent.
 TEST_P(AnAdditionThatAsksAForeignParent, FindsAnEntryThatIsAddedTwiceAtOnce) {
     addWhile([&] { EXPECT_FALSE(list->addStaticImportEntry(ImportEntry(GetParam().entry))); });
     std::size_t const count = list->getNumberOfEntries(No);
@@ -130,15 +130,15 @@ TEST_P(AnAdditionThatAsksAForeignParent, FindsAnEntryThatIsAddedTwiceAtOnce) {
     }
 }
 
-// Sizes at which the vectors and indexes of the list are empty, have room and are full.
+// Sizes at which vectors and indexes of the list are empty, have free capacity, or are full.
 INSTANTIATE_TEST_SUITE_P(
     OfEveryKind, AnAdditionThatAsksAForeignParent,
-    testing::Values(Row{"a name into an empty list", makeName(u"root.new"), 0},
-                    Row{"a name into a list with room", makeName(u"root.new"), 3},
-                    Row{"a name into a full list", makeName(u"root.new"), 6},
-                    Row{"a wildcard into an empty list", makeWildcard(u"root.*"), 0},
-                    Row{"a wildcard into a list with room", makeWildcard(u"root.*"), 2},
-                    Row{"a wildcard into a full list", makeWildcard(u"root.*"), 3}),
+    testing::Values(Row{"a name to an empty list", makeName(u"root.new"), 0},
+                    Row{"a name to a list with free capacity", makeName(u"root.new"), 3},
+                    Row{"a name to a full list", makeName(u"root.new"), 6},
+                    Row{"a wildcard to an empty list", makeWildcard(u"root.*"), 0},
+                    Row{"a wildcard to a list with free capacity", makeWildcard(u"root.*"), 2},
+                    Row{"a wildcard to a full list", makeWildcard(u"root.*"), 3}),
     support::RowName{});
 
 } // namespace

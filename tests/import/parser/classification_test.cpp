@@ -19,7 +19,7 @@ namespace {
 using fl::i18n::ustring_to_utf8;
 using resource_core::GenericMsgIDHolder;
 
-// A record as one line of text, so that a table row shows all of it.
+// A record as one line of text.
 class Description {
   public:
     std::string operator()(FullyQualifiedImportArgument const& name) const {
@@ -101,37 +101,37 @@ std::string bad(std::string const& argument) {
 
 // clang-format off
 std::vector<Row> const rows{
-    {u"", "ignored ''", "ignored ''", "an empty argument takes no part"},
+    {u"", "ignored ''", "ignored ''", "an empty argument is ignored"},
 
     {u"a.b.c", "name a.b.c root a introduces c", "name a.b.c root a introduces c", "a dotted name"},
     {u"a.b", "name a.b root a introduces b", "name a.b root a introduces b", "the shortest dotted name"},
     {u"for.x", "name for.x root for introduces x", "name for.x root for introduces x", "only the last segment may not be a reserved word"},
-    {u"a.for.x", "name a.for.x root a introduces x", "name a.for.x root a introduces x", "nor do the middle segments count"},
-    {u"as.as", "name as.as root as introduces as", "name as.as root as introduces as", "`as` is an ordinary identifier within a name"},
-    {u"a.AS", "name a.AS root a introduces AS", "name a.AS root a introduces AS", "case is kept"},
+    {u"a.for.x", "name a.for.x root a introduces x", "name a.for.x root a introduces x", "a middle segment may be a reserved word"},
+    {u"as.as", "name as.as root as introduces as", "name as.as root as introduces as", "`as` is an ordinary identifier in a name"},
+    {u"a.AS", "name a.AS root a introduces AS", "name a.AS root a introduces AS", "case is preserved"},
     {u"\u00E4.\U00010400", "name \u00E4.\U00010400 root \u00E4 introduces \U00010400", "name \u00E4.\U00010400 root \u00E4 introduces \U00010400", "identifiers are Unicode's, the supplementary planes included"},
 
     {u"a.b.*", "wildcard a.b.* root a", "wildcard a.b.* root a", "everything below a prefix"},
     {u"a.*", "wildcard a.* root a", "wildcard a.* root a", "the shortest prefix"},
     {u"for.*", "wildcard for.* root for", "wildcard for.* root for", "a prefix may be a reserved word"},
 
-    {u"1a.*", bad("1a.*"), "wildcard 1a.* root 1a, warning KELDAR:lang/MalformedImportArgumentWarning(1a.*)", "a bad prefix is tested before the wildcard"},
-    {u"..*", bad("..*"), "wildcard ..* root , warning KELDAR:lang/MalformedImportArgumentWarning(..*)", "empty segments are bad"},
-    {u"*.*", bad("*.*"), "wildcard *.* root *, warning KELDAR:lang/MalformedImportArgumentWarning(*.*)", "a star is a wildcard in the last place only"},
+    {u"1a.*", bad("1a.*"), "wildcard 1a.* root 1a, warning KELDAR:lang/MalformedImportArgumentWarning(1a.*)", "a bad prefix is checked before the wildcard"},
+    {u"..*", bad("..*"), "wildcard ..* root , warning KELDAR:lang/MalformedImportArgumentWarning(..*)", "empty segments are invalid"},
+    {u"*.*", bad("*.*"), "wildcard *.* root *, warning KELDAR:lang/MalformedImportArgumentWarning(*.*)", "a star is a wildcard only at the end"},
     {u"a.1.*", bad("a.1.*"), "wildcard a.1.* root a, warning KELDAR:lang/MalformedImportArgumentWarning(a.1.*)", "a bad segment in the middle"},
     {u".*", bad(".*"), "invalid KELDAR:lang/MalformedImportArgumentWarning(.*)", "no prefix at all"},
 
-    {u"1a.b", bad("1a.b"), "name 1a.b root 1a introduces b", "legacy names may have a bad prefix"},
+    {u"1a.b", bad("1a.b"), "name 1a.b root 1a introduces b", "a legacy name may have a bad prefix"},
     {u"a.*.b", bad("a.*.b"), "name a.*.b root a introduces b", "a star in the middle is a bad segment"},
     {u"a..b", bad("a..b"), "name a..b root a introduces b", "an empty segment in the middle"},
     {u"a.b.", bad("a.b."), "name a.b. root a introduces ", "an empty last segment"},
     {u".x", bad(".x"), "name .x root  introduces x", "an empty first segment"},
     {u".", bad("."), "name . root  introduces ", "nothing but a dot"},
-    {u"..", bad(".."), "name .. root  introduces ", "nothing but dots"},
-    {u"a.**", bad("a.**"), "name a.** root a introduces **", "two stars are no wildcard"},
+    {u"..", bad(".."), "name .. root  introduces ", "only dots"},
+    {u"a.**", bad("a.**"), "name a.** root a introduces **", "two stars are not a wildcard"},
     {u"a. b", bad("a. b"), "name a. b root a introduces  b", "blanks are not trimmed"},
-    {u"a.1", bad("a.1"), "name a.1 root a introduces 1", "a last segment that is no identifier"},
-    {std::u16string(u"a.") + char16_t{0xD800}, bad("a.\uFFFD"), "name a.\uFFFD root a introduces \uFFFD", "an unpaired surrogate is no identifier"},
+    {u"a.1", bad("a.1"), "name a.1 root a introduces 1", "a last segment that is not an identifier"},
+    {std::u16string(u"a.") + char16_t{0xD800}, bad("a.\uFFFD"), "name a.\uFFFD root a introduces \uFFFD", "an unpaired surrogate is not an identifier"},
 
     {u"a.b.for", "invalid KELDAR:lang/KeywordInImportArgument(a.b.for, for)", "name a.b.for root a introduces for, warning KELDAR:lang/KeywordInImportArgumentWarning(a.b.for, for)", "the introduced name is a reserved word"},
     {u"1a.for", bad("1a.for"), "name 1a.for root 1a introduces for, warning KELDAR:lang/KeywordInImportArgumentWarning(1a.for, for)", "a bad prefix comes before the reserved word"},
@@ -145,18 +145,18 @@ std::vector<Row> const rows{
     {u"as ", bad("as "), noDot, "blanks are not trimmed"},
     {u"for", "invalid KELDAR:lang/KeywordInImportArgument(for, for)", noDot, "a reserved word, twice: the argument and the word in it"},
     {u"1a", bad("1a"), noDot, "no identifier"},
-    {u"*", bad("*"), noDot, "a star alone is no wildcard"},
+    {u"*", bad("*"), noDot, "a star alone is not a wildcard"},
     {u"a*", bad("a*"), noDot, "no identifier"},
 
-    {u"pkg@1.2.3", "versioned pkg@1.2.3", "name pkg@1.2.3 root pkg@1 introduces 3", "the legacy grammar knows no packages"},
+    {u"pkg@1.2.3", "versioned pkg@1.2.3", "name pkg@1.2.3 root pkg@1 introduces 3", "the legacy grammar has no packages"},
     {u"pkg@^1", "versioned pkg@^1", noDot, "a version without dots"},
     {u"a.b@2", "versioned a.b@2", "name a.b@2 root a introduces b@2", "the `@` comes before the dots"},
     {u"pkg.sub@1.0", "versioned pkg.sub@1.0", "name pkg.sub@1.0 root pkg introduces 0", "a dotted package name"},
-    {u"for@1", "versioned for@1", noDot, "the specifier's name is decided by the descriptor library"},
-    {u"@", bad("@"), noDot, "a specifier that the descriptor library refuses"},
+    {u"for@1", "versioned for@1", noDot, "the descriptor library decides which names are valid"},
+    {u"@", bad("@"), noDot, "a specifier that the descriptor library rejects"},
     {u"pkg@", bad("pkg@"), noDot, "no version"},
     {u"pkg@x.y", bad("pkg@x.y"), "name pkg@x.y root pkg@x introduces y", "no version"},
-    {u"@a.*", bad("@a.*"), "wildcard @a.* root @a, warning KELDAR:lang/MalformedImportArgumentWarning(@a.*)", "no wildcard with an `@`"},
+    {u"@a.*", bad("@a.*"), "wildcard @a.* root @a, warning KELDAR:lang/MalformedImportArgumentWarning(@a.*)", "an `@` makes it a package"},
 };
 // clang-format on
 

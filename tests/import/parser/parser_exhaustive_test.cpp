@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Every command of up to six arguments, one representative of each kind of argument.
+/// All commands of up to six arguments, with one representative of each kind of argument.
 
 #include <model/parser_model.hpp>
 #include <support/message_keys.hpp>
@@ -23,16 +23,16 @@ using model::Outcome;
 using Arguments = std::vector<std::u16string>;
 
 constexpr std::size_t maximalLength = 6;
-/// The factories differ only in how they read arguments, so shorter commands are enough.
+/// The factories only differ in how they read arguments, so shorter commands suffice.
 constexpr std::size_t maximalLengthInATree = 4;
 
 using Representatives = std::array<std::u16string, 8>;
 
-/// One of each kind of argument, and two rejections to tell apart.
+/// One of each kind of argument; two rejected ones, to see which one is reported.
 Representatives const withPackageImports{u"a.b", u"c.*", u"pkg", u"v@1.2",
                                          u"as",  u"",    u"1x",  u"for"};
 
-/// One of each kind, with and without a warning, and two rejections to tell apart.
+/// One of each kind, with and without a warning; two rejected ones, to see which one is reported.
 Representatives const withoutPackageImports{u"a.b",   u"a.for", u"c.*", u"1a.*",
                                             u"v@1.2", u"as",    u"",    u".*"};
 
@@ -62,7 +62,7 @@ void expectAgreement(Arguments const& command, Behavior behavior,
     }
 }
 
-/// Compares library and model on every command, up to the first difference.
+/// Compares library and model on every command and stops at the first difference.
 ///
 /// \returns the number of commands.
 std::size_t compareOnEveryCommand(Representatives const& representatives, Behavior behavior) {

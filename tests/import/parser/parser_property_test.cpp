@@ -48,7 +48,7 @@ std::ostream& operator<<(std::ostream& stream, Command const& command) {
     return stream;
 }
 
-/// Makes texts by simple choices, since the combinators of rapidcheck are slow.
+/// Creates texts from a few simple choices, since the combinators of rapidcheck are slow.
 class TextMaker {
   public:
     explicit TextMaker(rc::Random const& source) : random(source) {}
@@ -117,15 +117,15 @@ class TextMaker {
         return text;
     }
 
-    /// A unit that cannot occur in an identifier or at its start, including look-alikes of special
-    /// characters and halves of surrogate pairs.
+    /// A unit that is invalid in an identifier or at its start, including look-alikes of special
+    /// characters and surrogates.
     std::u16string oddity() {
         static constexpr std::u16string_view units =
             u"\0 \t1,-^>=\u0301\u2024\uFF0E\uFF0A\uFF20\uFFFD\U0001F600\U0001D400"sv;
         return {units[below(units.size())]};
     }
 
-    /// A way to make a text, chosen in proportion to its weight.
+    /// A way to create a text, chosen with a probability proportional to its weight.
     struct Form {
         std::size_t weight;
         std::u16string (*make)(TextMaker&);
@@ -155,7 +155,7 @@ class TextMaker {
     rc::Random random;
 };
 
-/// Commands with fewer arguments, then with shorter ones.
+/// The command with fewer arguments, then with shorter ones.
 rc::Seq<Command> simplerCommands(Command const& command) {
     auto const asCommand = [](std::vector<std::u16string> arguments) {
         return Command{std::move(arguments)};
@@ -207,7 +207,7 @@ TEST_F(RandomCommand, MeansWhatTheRulesSayForEachBehaviorAndFactory) {
             }
         }
     });
-    // A run that misses a key tests too little. The empty text stands for the valid entries.
+    // A run that never produces some key tests too little. The empty text stands for valid entries.
     std::set<std::string> expected = support::keyTextsOf(lf::import::parserMessages);
     expected.insert("");
     EXPECT_EQ(keys, expected);

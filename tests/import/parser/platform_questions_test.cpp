@@ -123,39 +123,39 @@ TEST_P(ClassificationQuestions, AreTheseInThisOrder) {
 INSTANTIATE_TEST_SUITE_P(WithPackageImports, ClassificationQuestions, testing::ValuesIn(std::vector<ClassificationRow>{
     {u"", on, {}, "an ignored argument needs no answer"},
     {u"as", on, {}, "nor does the word as"},
-    {u"pkg", on, {identifier(u"pkg"), reserved(u"pkg")}, "a word is asked about once in each way"},
-    {u"for", on, {identifier(u"for"), reserved(u"for")}, "so is a reserved one"},
-    {u"1x", on, {identifier(u"1x")}, "what is no identifier is not asked about further"},
+    {u"pkg", on, {identifier(u"pkg"), reserved(u"pkg")}, "each service is asked once about a word"},
+    {u"for", on, {identifier(u"for"), reserved(u"for")}, "also about a reserved word"},
+    {u"1x", on, {identifier(u"1x")}, "no further question about an invalid identifier"},
     {u"*", on, {identifier(u"*")}, "a lone star is a word like any other"},
-    {u"a.b.c", on, {identifier(u"a"), identifier(u"b"), identifier(u"c"), reserved(u"c")}, "segments in order, the last one alone as a reserved word"},
+    {u"a.b.c", on, {identifier(u"a"), identifier(u"b"), identifier(u"c"), reserved(u"c")}, "segments in order, only the last one as a reserved word"},
     {u"for.end.c", on, {identifier(u"for"), identifier(u"end"), identifier(u"c"), reserved(u"c")}, "segments before the last may be reserved words"},
     {u"a.b.for", on, {identifier(u"a"), identifier(u"b"), identifier(u"for"), reserved(u"for")}, "a reserved last segment"},
-    {u"1a.b.c", on, {identifier(u"1a")}, "nothing behind the first bad segment is asked about"},
-    {u"a.1b.c.d", on, {identifier(u"a"), identifier(u"1b")}, "wherever that stands"},
-    {u"a.b.1c", on, {identifier(u"a"), identifier(u"b"), identifier(u"1c")}, "a bad last segment is not asked about as a reserved word"},
+    {u"1a.b.c", on, {identifier(u"1a")}, "no questions after the first invalid segment"},
+    {u"a.1b.c.d", on, {identifier(u"a"), identifier(u"1b")}, "in any position"},
+    {u"a.b.1c", on, {identifier(u"a"), identifier(u"b"), identifier(u"1c")}, "an invalid last segment is not asked about as a reserved word"},
     {u"a.b.*", on, {identifier(u"a"), identifier(u"b")}, "the star of a wildcard is not asked about"},
-    {u"1a.*", on, {identifier(u"1a")}, "a wildcard with a bad prefix"},
+    {u"1a.*", on, {identifier(u"1a")}, "a wildcard with an invalid prefix"},
     {u".*", on, {identifier(u"")}, "a wildcard with an empty prefix"},
     {u"a.", on, {identifier(u"a"), identifier(u"")}, "an empty last segment is a segment"},
     {u"a..b", on, {identifier(u"a"), identifier(u"")}, "an empty segment is bad"},
-    {u"v@1.2", on, {rangeFactory(), specifier(u"v@1.2")}, "the descriptor library gets the whole text and the library asks nothing itself"},
-    {u"a.b@1", on, {rangeFactory(), specifier(u"a.b@1")}, "dots do not matter then"},
-    {u"for@1x", on, {rangeFactory(), specifier(u"for@1x")}, "nor does whether the text makes sense"},
-    {u"@", on, {rangeFactory(), specifier(u"@")}, "nor whether there is any besides the at sign"},
+    {u"v@1.2", on, {rangeFactory(), specifier(u"v@1.2")}, "only the descriptor library is asked, about the whole text"},
+    {u"a.b@1", on, {rangeFactory(), specifier(u"a.b@1")}, "dots do not matter in a specifier"},
+    {u"for@1x", on, {rangeFactory(), specifier(u"for@1x")}, "nor does an invalid version"},
+    {u"@", on, {rangeFactory(), specifier(u"@")}, "nor an empty name and version"},
 }), support::RowName{});
 
 INSTANTIATE_TEST_SUITE_P(WithoutPackageImports, ClassificationQuestions, testing::ValuesIn(std::vector<ClassificationRow>{
-    {u"", off, {}, "an ignored argument needs no answer"},
-    {u".*", off, {}, "nor does a wildcard of nothing"},
-    {u"pkg", off, {}, "nor does any text without a dot"},
-    {u"for", off, {}, "among them reserved words"},
-    {u"as", off, {}, "the word as"},
-    {u"v@1", off, {}, "and packages with versions"},
+    {u"", off, {}, "no question about an ignored argument"},
+    {u".*", off, {}, "nor about a wildcard without a prefix"},
+    {u"pkg", off, {}, "nor about text without a dot"},
+    {u"for", off, {}, "not even about a reserved word"},
+    {u"as", off, {}, "nor about the word as"},
+    {u"v@1", off, {}, "nor about a package with a version"},
     {u"a.b.c", off, {identifier(u"a"), identifier(u"b"), reserved(u"c")}, "whether the last segment is an identifier does not matter"},
     {u"a.for", off, {identifier(u"a"), reserved(u"for")}, "a reserved last segment"},
-    {u"1a.2b.c", off, {identifier(u"1a"), reserved(u"c")}, "no further segment is tested behind the first bad one but the last is still looked at"},
+    {u"1a.2b.c", off, {identifier(u"1a"), reserved(u"c")}, "after the first invalid segment only the last one is checked"},
     {u"a.b.*", off, {identifier(u"a"), identifier(u"b")}, "the star of a wildcard is not asked about"},
-    {u"1a.b.*", off, {identifier(u"1a")}, "a wildcard with a bad prefix"},
+    {u"1a.b.*", off, {identifier(u"1a")}, "a wildcard with an invalid prefix"},
     {u"a.", off, {identifier(u"a"), reserved(u"")}, "an empty last segment is a segment"},
     {u"v@1.2", off, {identifier(u"v@1"), reserved(u"2")}, "an at sign means nothing"},
 }), support::RowName{});
@@ -185,7 +185,7 @@ void expectFrugality(std::u16string const& text, Log const& log) {
             EXPECT_EQ(question.selector, 8);
         }
         if (question.service == Service::Identifier) {
-            EXPECT_EQ(numberOfFailures, 0) << question << " behind a failure";
+            EXPECT_EQ(numberOfFailures, 0) << question << " after a failure";
             numberOfFailures += recording::isAsciiIdentifier(question.text) ? 0 : 1;
         }
     }
@@ -280,16 +280,16 @@ TEST_P(GrammarQuestions, AreTheseInThisOrder) {
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(WithPackageImports, GrammarQuestions, testing::ValuesIn(std::vector<GrammarRow>{
     {{}, {}, "an empty command"},
-    {{u"a.b", u"c.*"}, {}, "names are classified already"},
+    {{u"a.b", u"c.*"}, {}, "names are already classified"},
     {{u"v@1", u"w@2"}, {}, "so are packages with versions"},
-    {{u"p", u"q"}, {rangeFactory(), specifier(u"p"), rangeFactory(), specifier(u"q")}, "a plain package gets its specifier when it is taken"},
-    {{u"p", u"as", u"x"}, {rangeFactory(), specifier(u"p")}, "an alias gets none"},
-    {{u"p", u"as", u"v@1"}, {rangeFactory(), specifier(u"p"), specifierText(u"v@1")}, "a versioned package in the place of an alias is put into words"},
-    {{u"p", u"as", u"a.b"}, {rangeFactory(), specifier(u"p")}, "a name in the place of an alias is in words already"},
-    {{u"p", u"1x"}, {}, "behind a rejected argument nothing is taken"},
-    {{u"as", u"p"}, {}, "nor behind a stray as"},
-    {{u"a.b", u"p"}, {}, "nor is a package among names"},
-    {{u"p", u"a.b", u"q"}, {rangeFactory(), specifier(u"p")}, "nor what stands behind the first error"},
+    {{u"p", u"q"}, {rangeFactory(), specifier(u"p"), rangeFactory(), specifier(u"q")}, "a plain package gets its specifier when its entry is read"},
+    {{u"p", u"as", u"x"}, {rangeFactory(), specifier(u"p")}, "an alias has no specifier"},
+    {{u"p", u"as", u"v@1"}, {rangeFactory(), specifier(u"p"), specifierText(u"v@1")}, "a versioned package instead of an alias is converted to text"},
+    {{u"p", u"as", u"a.b"}, {rangeFactory(), specifier(u"p")}, "a name instead of an alias needs no conversion"},
+    {{u"p", u"1x"}, {}, "no specifier if an argument is rejected"},
+    {{u"as", u"p"}, {}, "nor after a stray as"},
+    {{u"a.b", u"p"}, {}, "nor for a package among names"},
+    {{u"p", u"a.b", u"q"}, {rangeFactory(), specifier(u"p")}, "nor after the first error"},
 }), support::RowName{});
 
 // clang-format on
@@ -518,7 +518,7 @@ TEST_F(SyntaxTreeQuestions, ReachAnArgumentThatAppearsWhileAnotherIsRead) {
 
 TEST_F(SyntaxTreeQuestions, ReachAnArgumentThatAppearsAtTheLastMoment) {
     tree.append(u"");
-    // The third count would have ended the loop.
+    // The third count would otherwise end the loop.
     recorder().whenAsked(Service::NumberOfArguments, 3, [this] { tree.append(u""); });
     EXPECT_EQ(questionsOf([&] { createParser(tree, on); }),
               (Log{count(), count(), node(0), text(0), count(), node(1), text(1), count()}));

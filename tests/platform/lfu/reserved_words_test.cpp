@@ -26,10 +26,10 @@ struct Row {
 };
 
 constexpr auto notReserved = std::to_array<Row>({
-    {u"", "nothing is no word"},
-    {u"as", "it has a meaning inside an import only"},
+    {u"", "the empty text is not a word"},
+    {u"as", "it has a meaning only in imports"},
     {u"a", "shorter than any reserved word"},
-    {u"zz", "behind the last one"},
+    {u"zz", "after the last one"},
     {u"aaa", "before the first one"},
     {u"For", "case matters"},
     {u"FOR", "case matters"},
@@ -38,7 +38,7 @@ constexpr auto notReserved = std::to_array<Row>({
     {u" for", "nothing is trimmed"},
     {u"for ", "nothing is trimmed"},
     {u"f\u00F6r", "a letter outside ASCII"},
-    {u"\uFF46\uFF4F\uFF52", "wide letters are not folded"},
+    {u"\uFF46\uFF4F\uFF52", "full-width letters are not folded"},
     {u"\xD800", "a lone surrogate"},
     {u"if\xDC00", "a reserved word with a lone surrogate"},
 });

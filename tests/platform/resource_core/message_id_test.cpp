@@ -162,7 +162,7 @@ TEST(MsgIDHolder, IsAsBeforeWhenACopyRunsOutOfMemory) {
         }
     }
     EXPECT_EQ(target.getMsgID(), message);
-    EXPECT_GE(allowed, 6U) << "the record, its three parts and the two texts can each fail";
+    EXPECT_GE(allowed, 6U) << "the record, its three parts and the two texts are allocated";
 }
 
 TEST(EmptyMsgIDHolder, IsCaughtAsItself) {
@@ -183,7 +183,7 @@ TEST(EmptyMsgIDHolder, IsCopiedByBoost) {
     try {
         GenericMsgIDHolder().getMsgID();
     } catch (...) {
-        // A clone is there exactly when the exception was thrown for Boost to copy.
+        // Boost can only copy exceptions that were thrown with a clone_base.
         EXPECT_NO_THROW(copy = boost::current_exception());
         EXPECT_THROW(throw, boost::exception_detail::clone_base);
     }

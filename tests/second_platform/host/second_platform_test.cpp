@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// The library on a host whose every answer is another than the reference platform's: what it knows
-/// of identifiers, reserved words, packages, messages and trees it knows from its host alone.
+/// The library on a host that answers every question differently from the reference platform: the
+/// library knows identifiers, reserved words, packages, messages and trees only from its host.
 
 #include <second_platform/host.hpp>
 #include <support/allocations.hpp>
@@ -83,22 +83,22 @@ TEST_P(SecondPlatform, SaysWhatACommandMeans) {
 INSTANTIATE_TEST_SUITE_P(EveryRow, SecondPlatform, testing::ValuesIn(std::vector<CommandRow>{
     {{u"1.2.3"}, on, {"0: 1.2.3"}, "identifiers are numbers"},
     {{u"1.2.*"}, on, {"0: 1.2.*"}, "in wildcards, too"},
-    {{u"a.b"}, on, {"0: error InvalidImportArgument(\"a.b\")"}, "letters are no identifiers"},
-    {{u"for"}, on, {"0: error InvalidImportArgument(\"for\")"}, "so that a word reserved elsewhere is not reserved but invalid"},
+    {{u"a.b"}, on, {"0: error InvalidImportArgument(\"a.b\")"}, "letters are not identifiers"},
+    {{u"for"}, on, {"0: error InvalidImportArgument(\"for\")"}, "a word that is reserved elsewhere is just invalid"},
     {{u"1.13"}, on, {"0: error KeywordInImportArgument(\"1.13\", \"13\")"}, "the unlucky number is reserved"},
     {{u"13.1"}, on, {"0: 13.1"}, "unless it comes first"},
-    {{u"666"}, on, {"0: error KeywordInImportArgument(\"666\", \"666\")"}, "as the name of a package it is reserved, too"},
+    {{u"666"}, on, {"0: error KeywordInImportArgument(\"666\", \"666\")"}, "also as the name of a package"},
     {{u"12"}, on, {"0: 12"}, "packages are numbers"},
-    {{u"007"}, on, {"0: 7"}, "the introduced name is the specifier's idea of the name"},
-    {{u"12@5..9"}, on, {"0: 12@5..9"}, "ranges are from number to number"},
-    {{u"12@^1.2"}, on, {"0: error InvalidImportArgument(\"12@^1.2\")"}, "not what they are elsewhere"},
-    {{u"pkg@5..9"}, on, {"0: error InvalidImportArgument(\"pkg@5..9\")"}, "nor are names"},
+    {{u"007"}, on, {"0: 7"}, "the specifier provides the introduced name"},
+    {{u"12@5..9"}, on, {"0: 12@5..9"}, "ranges have two numbers"},
+    {{u"12@^1.2"}, on, {"0: error InvalidImportArgument(\"12@^1.2\")"}, "the ranges of other hosts are invalid"},
+    {{u"pkg@5..9"}, on, {"0: error InvalidImportArgument(\"pkg@5..9\")"}, "and so are their names"},
     {{u"12@5..9", u"as", u"34"}, on, {"2: 12@5..9 as 34"}, "an alias is a number"},
-    {{u"12", u"as", u"p"}, on, {"2: error InvalidImportArgument(\"p\")"}, "and no word"},
-    {{u"12", u"as", u"5@01..2"}, on, {"2: error InvalidAliasName(\"5@1..2\")"}, "a specifier is put into words by the host"},
+    {{u"12", u"as", u"p"}, on, {"2: error InvalidImportArgument(\"p\")"}, "not a word"},
+    {{u"12", u"as", u"5@01..2"}, on, {"2: error InvalidAliasName(\"5@1..2\")"}, "the host converts specifiers to text"},
     {{u"a.13"}, off, {"0: a.13", "0: warning KeywordInImportArgumentWarning(\"a.13\", \"13\")"}, "without package imports a reserved number is a warning"},
-    {{u"a.*"}, off, {"0: a.*", "0: warning MalformedImportArgumentWarning(\"a.*\")"}, "and so is a bad prefix"},
-    {{u"12"}, off, {"0: error ImportArgumentWithoutDot()"}, "and a package an error"},
+    {{u"a.*"}, off, {"0: a.*", "0: warning MalformedImportArgumentWarning(\"a.*\")"}, "and so is an invalid prefix"},
+    {{u"12"}, off, {"0: error ImportArgumentWithoutDot()"}, "and a package is an error"},
     {{u"12"}, follow, {"0: error ImportArgumentWithoutDot()"}, "the feature starts off"},
 }), support::RowName{});
 
@@ -189,13 +189,13 @@ TEST_F(OnASecondPlatform, EntriesArePrintedInTheHostsWords) {
 
 // Exceptions
 
-/// An exception of no family.
+/// An exception without a base class.
 struct Failure {};
 
-/// What the library does for a host, with the list that it may do it to.
+/// An operation of the library for a host, and the list that it may use.
 using Action = std::function<void(IImportList& list)>;
 
-/// Everything in which a service is asked.
+/// Operations that between them use every service.
 std::vector<Action> actions() {
     Arguments const names{u"1.2.3", u"1.*", u"", u"1.13"};
     Arguments const packages{u"12", u"5@6..7"};
@@ -230,7 +230,7 @@ class ExceptionsOfEveryService : public OnASecondPlatform {
         return lines;
     }
 
-    /// Lets the question with this number fail while \p action runs.
+    /// Makes the question with this number fail while \p action runs.
     ///
     /// \returns whether there was such a question.
     bool failsAt(std::size_t question, Action const& action) {

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Foreign lists that a list of the library could take for its own, or could not tell at all: those
-/// of a second copy of the library in the process, whose lists are laid out in another way, and
-/// those of a class without type information.
+/// Foreign lists that the library must not mistake for its own: lists of a second copy of the
+/// library in the process, with a different layout, and lists of a class without type information.
 
 #include "lists_without_rtti.hpp"
 #include "second_copy.hpp"
@@ -39,7 +38,7 @@ std::vector<std::u16string> const names{u"everywhere", u"name0", u"package0", u"
                                         u"package1",   u"name2", u"package2", u"root0",
                                         u"root2",      u"x",     u"missing"};
 
-/// Who makes the lists of a chain, outermost first.
+/// The creators of the lists of a chain, outermost first.
 struct Row {
     std::string why;
     std::vector<Create> makers;
@@ -47,7 +46,7 @@ struct Row {
     friend void PrintTo(Row const& row, std::ostream* stream) { *stream << row.why; }
 };
 
-/// Every list has an entry of each kind of its own and hides some of its ancestors'.
+/// Each list gets an entry of each kind and hides some entries of its ancestors.
 void fill(IImportList& list, std::size_t number) {
     std::string const digits = std::to_string(number);
     std::u16string const suffix(digits.begin(), digits.end());

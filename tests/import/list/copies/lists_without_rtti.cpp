@@ -6,7 +6,7 @@
 #include <utility>
 
 #if defined(__cpp_rtti)
-#error "this is here to be compiled without RTTI"
+#error "this file must be compiled without RTTI"
 #endif
 
 namespace without_rtti {

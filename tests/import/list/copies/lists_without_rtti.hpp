@@ -11,7 +11,7 @@
 
 namespace without_rtti {
 
-/// A foreign list that passes everything on to a list of the library.
+/// A foreign list that delegates to a list of the library.
 GLEIGEM_EXPORT std::unique_ptr<lf::import::IImportList>
 createForeignList(std::shared_ptr<lf::import::IImportList const> parent);
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What a shared library lets out that has a copy of gleigem of its own inside.
+/// The interface of a shared library that contains its own copy of gleigem.
 
 #include <import/export.hpp>
 #include <import/import_list.hpp>

@@ -30,7 +30,7 @@ struct Row {
 constexpr auto rows = std::to_array<Row>({
     {u"", "", "nothing stays nothing"},
     {u"plain ASCII", "plain ASCII", "ASCII stays as it is"},
-    {u"\0a\0"sv, "\0a\0"sv, "zero is a character like any other"},
+    {u"\0a\0"sv, "\0a\0"sv, "zero is an ordinary character"},
     {u"\u007F", "\x7F", "the last of one byte"},
     {u"\u0080", "\xC2\x80", "the first of two bytes"},
     {u"\u07FF", "\xDF\xBF", "the last of two bytes"},
@@ -39,11 +39,11 @@ constexpr auto rows = std::to_array<Row>({
     {u"\U00010000", "\xF0\x90\x80\x80", "the first of four bytes"},
     {u"\U0010FFFF", "\xF4\x8F\xBF\xBF", "the last of four bytes"},
     {u"e\u0301", "e\xCC\x81", "nothing is composed"},
-    {u"\uFEFF", "\xEF\xBB\xBF", "a byte order mark is not taken off"},
+    {u"\uFEFF", "\xEF\xBB\xBF", "a byte order mark is kept"},
     {u"a\u00E9b",
      "a\xC3\xA9"
      "b",
-     "ASCII before and behind something else"},
+     "ASCII before and after other characters"},
     {u"\xD800", "\xEF\xBF\xBD", "a high surrogate alone"},
     {u"\xDFFF", "\xEF\xBF\xBD", "a low surrogate alone"},
     {u"ab\xD800", "ab\xEF\xBF\xBD", "a high surrogate at the end"},
@@ -52,9 +52,9 @@ constexpr auto rows = std::to_array<Row>({
      "\xEF\xBF\xBD"
      "ab",
      "a low surrogate at the start"},
-    {u"\xDC00\xD800", "\xEF\xBF\xBD\xEF\xBF\xBD", "the wrong way round, each for itself"},
+    {u"\xDC00\xD800", "\xEF\xBF\xBD\xEF\xBF\xBD", "in the wrong order, replaced separately"},
     {u"\xD800\xD800\xDC00", "\xEF\xBF\xBD\xF0\x90\x80\x80", "a high one before a pair"},
-    {u"\xD800\xDC00\xDC00", "\xF0\x90\x80\x80\xEF\xBF\xBD", "a low one behind a pair"},
+    {u"\xD800\xDC00\xDC00", "\xF0\x90\x80\x80\xEF\xBF\xBD", "a low one after a pair"},
     {u"\xD800"
      u"a\xDC00",
      "\xEF\xBF\xBD"
@@ -62,7 +62,7 @@ constexpr auto rows = std::to_array<Row>({
      "a pair torn apart"},
 });
 
-/// What ICU's own string makes of the text.
+/// The result of ICU's own conversion.
 std::string utf8ByIcu(std::u16string const& text) {
     std::string result;
     icu::UnicodeString(text.data(), static_cast<std::int32_t>(text.size())).toUTF8String(result);
@@ -96,7 +96,7 @@ TEST(UstringToUtf8, AgreesWithIcuOnTextsRichInSurrogates) {
 }
 
 TEST(UstringToUtf8, ConvertsLongTexts) {
-    // Compared without showing them.
+    // EXPECT_TRUE, since EXPECT_EQ would print the texts.
     std::u16string const ascii(mebi, u'a');
     EXPECT_TRUE(ustring_to_utf8(ascii) == std::string(mebi, 'a'));
 

@@ -13,7 +13,7 @@ namespace {
 
 using namespace lf::astapi;
 
-/// A tree of one command, the node 0, whose arguments are the nodes from 1 on.
+/// A tree of one command: the node 0, with the nodes from 1 on as arguments.
 class OneCommandTree final : public ISyntaxTree {
   public:
     explicit OneCommandTree(std::vector<std::u16string> arguments, bool* isAlive = nullptr)

@@ -10,7 +10,7 @@ namespace {
 using lf::features::isPackageImportsFeatureOn;
 using lf::features::setPackageImportsFeature;
 
-/// Asked before any test can have set it.
+/// Initialized before any test can set the switch.
 bool const isOnAtStart = isPackageImportsFeatureOn();
 
 TEST(PackageImportsFeature, IsOnAtStart) {

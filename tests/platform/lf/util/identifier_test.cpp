@@ -30,7 +30,7 @@ constexpr auto rows = std::to_array<Row>({
     {u"", false, "nothing is no identifier"},
     {u"a", true, "a letter"},
     {u"_", true, "an underscore may start, even alone"},
-    {u"__a1_", true, "underscores and digits anywhere behind the start"},
+    {u"__a1_", true, "underscores and digits anywhere after the start"},
     {u"1a", false, "a digit must not start"},
     {u"a b", false, "a blank"},
     {u" a", false, "nothing is trimmed"},
@@ -40,34 +40,34 @@ constexpr auto rows = std::to_array<Row>({
     {u"a-b", false, "a hyphen"},
     {u"$a", false, "a dollar sign"},
     {u"\0"sv, false, "zero alone"},
-    {u"a\0"sv, false, "zero behind a letter"},
-    {u"for", true, "reserved words are another question"},
+    {u"a\0"sv, false, "zero after a letter"},
+    {u"for", true, "reserved words are identifiers"},
     {u"\u00E4", true, "a letter outside ASCII"},
-    {u"\u00E4_1", true, "ASCII behind a letter outside it"},
-    {u"\u00E4 1", false, "a blank behind a letter outside ASCII"},
-    {u"\u00D7", false, "a sign outside ASCII"},
-    {u"a\u00D7", false, "the same behind a letter"},
+    {u"\u00E4_1", true, "ASCII after a letter outside it"},
+    {u"\u00E4 1", false, "a blank after a letter outside ASCII"},
+    {u"\u00D7", false, "a symbol outside ASCII"},
+    {u"a\u00D7", false, "the same after a letter"},
     {u"\u0301e", false, "a combining mark must not start"},
-    {u"e\u0301", true, "a combining mark behind its letter"},
-    {u"_\u0301", true, "a combining mark behind an underscore"},
+    {u"e\u0301", true, "a combining mark after its letter"},
+    {u"_\u0301", true, "a combining mark after an underscore"},
     {u"\u0661", false, "a digit of another script must not start"},
-    {u"a\u0661", true, "a digit of another script behind a letter"},
+    {u"a\u0661", true, "a digit of another script after a letter"},
     {u"\u203F", false, "a connector other than the underscore must not start"},
-    {u"a\u203F", true, "a connector behind a letter"},
+    {u"a\u203F", true, "a connector after a letter"},
     {u"a\u200D", false,
-     "a joiner shows nothing, and newer versions of Unicode let it continue a name"},
+     "a joiner is invisible, although newer versions of Unicode allow it in names"},
     {u"a\u200Db", false, "the same between letters"},
-    {u"a\u200C", false, "so does a non-joiner"},
-    {u"a\uFE0F", false, "a variation selector shows nothing of its own"},
-    {u"\u3164", false, "a filler is a letter that shows nothing"},
+    {u"a\u200C", false, "so is a non-joiner"},
+    {u"a\uFE0F", false, "a variation selector is invisible"},
+    {u"\u3164", false, "a filler is an invisible letter"},
     {u"\u00E4\U000E0100", false, "an invisible character of two units"},
     {u"\uFF3F", false, "the wide underscore is a connector only"},
     {u"\U00010400", true, "a letter of two units"},
-    {u"a\U00010400", true, "a letter of two units behind one of one"},
+    {u"a\U00010400", true, "a letter of two units after one of one"},
     {u"\U0001D7D8", false, "a digit of two units must not start"},
-    {u"a\U0001D7D8", true, "a digit of two units behind a letter"},
-    {u"\U0001F600", false, "a picture"},
-    {u"a\U0001F600", false, "a picture behind a letter"},
+    {u"a\U0001D7D8", true, "a digit of two units after a letter"},
+    {u"\U0001F600", false, "an emoji"},
+    {u"a\U0001F600", false, "an emoji after a letter"},
     {u"\xD801", false, "a high surrogate alone"},
     {u"\xDC00", false, "a low surrogate alone"},
     {u"a\xD801", false, "a high surrogate at the end"},
@@ -75,8 +75,8 @@ constexpr auto rows = std::to_array<Row>({
     {u"a\xD801"
      u"b",
      false, "a high surrogate before a letter"},
-    {u"\xDC00\xD801", false, "a pair the wrong way round"},
-    {u"\U00010400\xD801", false, "a high surrogate behind a pair"},
+    {u"\xDC00\xD801", false, "a pair in the wrong order"},
+    {u"\U00010400\xD801", false, "a high surrogate after a pair"},
 });
 
 bool has(UProperty property, char32_t codePoint) {
@@ -95,7 +95,7 @@ bool mayContinue(char32_t codePoint) {
     return has(UCHAR_XID_CONTINUE, codePoint) && !isInvisible(codePoint);
 }
 
-/// The code point as text; a surrogate as itself, unpaired.
+/// The code point as text; a surrogate as an unpaired unit.
 std::u16string textOf(char32_t codePoint) {
     icu::UnicodeString const text(static_cast<UChar32>(codePoint));
     return {text.getBuffer(), static_cast<std::size_t>(text.length())};
@@ -147,7 +147,7 @@ TEST(ConvertibleBasicStringView, IsMadeFromEveryKindOfString) {
     std::u16string const string(u"a\0b"sv);
     EXPECT_EQ(viewed(string), string);
     EXPECT_EQ(viewed(string).data(), string.data()) << "nothing is copied";
-    EXPECT_EQ(viewed(u"abc"sv.substr(1, 1)), u"b") << "no terminator is looked for";
+    EXPECT_EQ(viewed(u"abc"sv.substr(1, 1)), u"b") << "no terminator is needed";
     EXPECT_EQ(viewed(u"abc"), u"abc");
     EXPECT_EQ(std::string_view(ConvertibleBasicStringView<char>("abc")), "abc");
 }

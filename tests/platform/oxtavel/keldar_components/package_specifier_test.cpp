@@ -65,14 +65,14 @@ constexpr auto accepted = std::to_array<AcceptedRow>({
     {u"a.b.c", u"a.b.c", "a dotted name"},
     {u"pkg@1", u"pkg", "a name and a version"},
     {u"pkg.sub@1.0", u"pkg.sub", "dots on both sides of the at sign"},
-    {u"pkg@*", u"pkg", "any version, said"},
-    {u"pkg@>=1.2.3-rc.1+b.007,<2", u"pkg", "all that a range can have"},
-    {u"p@999999999999999999999999999999", u"p", "a version beyond every integer"},
-    {u"for@1", u"for", "reserved words are another question"},
-    {u"as", u"as", "so is the word of an alias clause"},
+    {u"pkg@*", u"pkg", "any version, explicitly"},
+    {u"pkg@>=1.2.3-rc.1+b.007,<2", u"pkg", "everything that a range can contain"},
+    {u"p@999999999999999999999999999999", u"p", "a version beyond all integer types"},
+    {u"for@1", u"for", "reserved words are valid names"},
+    {u"as", u"as", "even the word of an alias clause"},
     {u"\u00FCber.\u540D\u524D@1", u"\u00FCber.\u540D\u524D", "letters outside ASCII"},
     {u"\U00010400\U0001D7D8@1", u"\U00010400\U0001D7D8", "letters and digits of two units"},
-    {u"e\u0301@1", u"e\u0301", "a combining mark behind its letter"},
+    {u"e\u0301@1", u"e\u0301", "a combining mark after its letter"},
 });
 
 TEST(PackageSpecifier, IsReadIntoNameAndRange) {
@@ -95,27 +95,27 @@ constexpr auto refused = std::to_array<RefusedRow>({
     {u"@", "neither name nor range"},
     {u"@1", "no name"},
     {u"a@", "no range"},
-    {u"a@@", "a second at sign in place of a range"},
-    {u"a@1@2", "a second at sign behind a range"},
+    {u"a@@", "a second at sign instead of a range"},
+    {u"a@1@2", "a second at sign after a range"},
     {u"a@1@", "a second at sign at the end"},
-    {u".", "two empty pieces"},
-    {u".a", "an empty first piece"},
-    {u"a.", "an empty last piece"},
-    {u"a..b", "an empty piece between others"},
-    {u"a.@1", "an empty last piece before a range"},
-    {u".@1", "empty pieces before a range"},
-    {u"1a", "a piece that is no identifier"},
-    {u"a.1", "a later piece that is no identifier"},
+    {u".", "two empty segments"},
+    {u".a", "an empty first segment"},
+    {u"a.", "an empty last segment"},
+    {u"a..b", "an empty segment between others"},
+    {u"a.@1", "an empty last segment before a range"},
+    {u".@1", "empty segments before a range"},
+    {u"1a", "a segment that is not an identifier"},
+    {u"a.1", "a later segment that is not an identifier"},
     {u"a-b", "a hyphen in a name"},
     {u"a,b", "a comma in a name"},
     {u"a b", "a blank in a name"},
     {u" a", "a blank before the name"},
-    {u"a ", "a blank behind the name"},
+    {u"a ", "a blank after the name"},
     {u"a @1", "a blank before the at sign"},
-    {u"a@ 1", "a blank behind the at sign"},
-    {u"a@1 ", "a blank behind the range"},
-    {u"*", "an asterisk in place of a name"},
-    {u"*@1", "an asterisk in place of a name, with a range"},
+    {u"a@ 1", "a blank after the at sign"},
+    {u"a@1 ", "a blank after the range"},
+    {u"*", "an asterisk instead of a name"},
+    {u"*@1", "an asterisk instead of a name, with a range"},
     {u"a.*", "a wildcard"},
     {u"a.*@1", "a wildcard with a range"},
     {u"a@b", "a range that is none"},
@@ -129,11 +129,11 @@ constexpr auto refused = std::to_array<RefusedRow>({
     {u"a\xD800", "a lone high surrogate in a name"},
     {u"\xDC00.a", "a lone low surrogate in a name"},
     {u"\xD800@1", "a lone high surrogate before the at sign"},
-    {u"a@\xDC00", "a lone low surrogate behind the at sign"},
-    {u"a\xD800@\xDC00", "a pair torn apart by the at sign"},
-    {u"a.\xD800.\xDC00", "a pair torn apart by a dot"},
-    {u"\U0001F600", "a picture"},
-    {u"a\uFF201", "a wide at sign"},
+    {u"a@\xDC00", "a lone low surrogate after the at sign"},
+    {u"a\xD800@\xDC00", "a pair split by the at sign"},
+    {u"a.\xD800.\xDC00", "a pair split by a dot"},
+    {u"\U0001F600", "an emoji"},
+    {u"a\uFF201", "a full-width at sign"},
 });
 
 TEST(PackageSpecifier, IsRefusedWhenAnyPartIsWrong) {
@@ -143,7 +143,7 @@ TEST(PackageSpecifier, IsRefusedWhenAnyPartIsWrong) {
 }
 
 TEST(PackageSpecifier, HasNoLimitOfLength) {
-    // Compared without showing them.
+    // EXPECT_TRUE, since EXPECT_EQ would print the texts.
     std::u16string const longName(mebi, u'a');
     EXPECT_TRUE(makeSpecifier(longName).Name() == longName);
     EXPECT_THROW(makeSpecifier(longName + u'.'), InvalidSpecifier);
@@ -211,7 +211,7 @@ TEST(PackageSpecifier, IsPaddedAsAWhole) {
     EXPECT_EQ(left.str(), "p@1   |");
 }
 
-/// Accepts every range, and remembers what it was asked for.
+/// Accepts every range and records the texts.
 class RecordingFactory final : public IComponentVersionRangeFactory {
   public:
     ComponentVersionRange Create(std::u16string_view text) const override {
@@ -222,7 +222,7 @@ class RecordingFactory final : public IComponentVersionRangeFactory {
     mutable std::vector<std::u16string> asked;
 };
 
-/// Fails in its own way.
+/// Throws an exception of its own.
 class FailingFactory final : public IComponentVersionRangeFactory {
   public:
     ComponentVersionRange Create(std::u16string_view) const override {
@@ -248,7 +248,7 @@ TEST(PackageSpecifier, AsksTheFactoryOnlyForARangeBehindAGoodName) {
 
 using Pieces = std::vector<std::u16string>;
 
-/// Between `least` and `most` pieces made by `piece`, with `separator` between them.
+/// Between `least` and `most` values of `piece`, separated by `separator`.
 rc::Gen<std::u16string> joined(rc::Gen<std::u16string> const& piece,
                                std::u16string const& separator, std::size_t least,
                                std::size_t most) {
@@ -303,7 +303,7 @@ rc::Gen<std::u16string> validSpecifiers() {
     return concatenated(joined(identifiers(), u".", 1, 3), optional(u"@", ranges()));
 }
 
-/// \p text with one unit put in, taken out or replaced.
+/// \p text with one unit inserted, removed or replaced.
 std::u16string mutated(std::u16string text) {
     std::u16string const units = u"aZ_019@.,*+-<>=^~ !\u00E9\u0301\xD801\xDC00";
     auto const position = *rc::gen::inRange<std::size_t>(0, text.size() + 1);
@@ -341,10 +341,10 @@ TEST(PackageSpecifierProperty, WhatIsAcceptedIsReadBackEqualAndPrintsAlikeInBoth
             RC_ASSERT(printed(*specifier) == ustring_to_utf8(specifier->ToString()));
         }
     });
-    EXPECT_GT(acceptedTexts, randomCases / 10) << "too few, the property says little";
+    EXPECT_GT(acceptedTexts, randomCases / 10) << "too few for a meaningful test";
 }
 
-/// The grammar of specifiers, written down once more by other means.
+/// An independent grammar of specifiers, as a regular expression.
 icu::UnicodeString grammar() {
     using Text = icu::UnicodeString;
     Text const identifier = u"[_\\p{XID_Start}]\\p{XID_Continue}*";

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Stands before the reference platform's header: a specifier whose move may throw.
+/// Replaces the reference platform's header: a specifier whose move constructor may throw.
 
 namespace Oxtavel::KeldarComponents {
 

@@ -19,7 +19,7 @@ struct Drowned {
     static constexpr char const* description = "drowned";
 };
 
-/// A base other than std::exception.
+/// An exception that does not derive from std::exception.
 class KitchenFailure {
   public:
     KitchenFailure() noexcept = default;

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// A span of this host's own, with no more to it than can be looped over.
+/// This host's own span, which only supports iteration.
 
 #include <concepts>
 #include <cstddef>

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Reserved are the unlucky numbers.
+/// On this host, the unlucky numbers are reserved.
 
 #include <string>
 

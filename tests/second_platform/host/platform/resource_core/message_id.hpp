@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Messages whose plain values are floating-point numbers, and a holder that has them in a
+/// Messages whose plain values are floating-point numbers, and a holder that stores them in a
 /// sequence.
 
 #include <exception>

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What tests see of this host: its settings, and a way to let it fail.
+/// The interface for tests: the host's settings, and a way to make it fail.
 
 #include <array>
 #include <cstddef>
@@ -31,18 +31,18 @@ struct Host {
     /// The feature switch: unlike other hosts, this one starts without package imports.
     bool packageImports = false;
 
-    /// How many questions are answered before one fails; none fails without a number.
+    /// The number of questions to answer before one fails; none fails if empty.
     std::optional<std::size_t> questionsUntilFailure;
-    /// What that question throws.
+    /// Thrown by that question.
     std::exception_ptr failure;
-    /// How many questions each service failed at.
+    /// The number of failures of each service.
     std::array<std::size_t, numberOfServices> failures{};
 
     /// Called by every service before it answers.
     void ask(Service service);
 };
 
-/// The one host.
+/// The only host.
 Host& host();
 
 } // namespace second_platform

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Narrow text is plain ASCII on this host.
+/// On this host, narrow text is plain ASCII.
 
 #include <string>
 #include <string_view>

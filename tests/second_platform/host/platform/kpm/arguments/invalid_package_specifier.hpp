@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The tag of a refused package specifier, which is nothing but a name here.
+/// The tag of a rejected package specifier, here only a name.
 
 namespace kpm::arguments {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// A syntax tree that is shared, whose nodes are named by paths.
+/// A syntax tree with shared ownership, whose nodes are identified by paths.
 
 #include <cstddef>
 #include <cstdint>

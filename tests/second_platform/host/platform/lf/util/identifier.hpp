@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Identifiers are numbers on this host.
+/// On this host, identifiers are numbers.
 
 #include <concepts>
 #include <string_view>

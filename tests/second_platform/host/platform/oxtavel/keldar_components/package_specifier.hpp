@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Packages have numbers, and so have their versions: `12`, `12@5..9`.
+/// On this host, packages and their versions are numbers: `12`, `12@5..9`.
 
 #include <oxtavel/keldar_components/component_version_range.hpp>
 
@@ -15,10 +15,10 @@ namespace Oxtavel::KeldarComponents {
 
 class PackageSpecifier {
   public:
-    /// Leading zeros mean nothing; a number has nine digits at the most.
+    /// Leading zeros are ignored; a number has at most nine digits.
     PackageSpecifier(std::u16string const& text, IComponentVersionRangeFactory const& factory);
 
-    /// The number, put into words anew each time.
+    /// The number, converted to text on each call.
     std::u16string Name() const;
 
     std::u16string ToString() const;

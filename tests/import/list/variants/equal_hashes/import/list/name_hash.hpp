@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Stands in for the library's header of this name: every name has the same hash, so that nothing
-/// but the comparison of texts tells names apart.
+/// Replaces the library's header of this name: all names have the same hash, so that only the
+/// comparison of texts distinguishes them.
 
 #include <cstddef>
 #include <cstdint>

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Stands in for the library's header of this name: everything passes, so that no answer is right
-/// for the filter alone.
+/// Replaces the library's header of this name: every name passes the filter, so that no answer is
+/// correct only because of it.
 
 #include <import/list/name_hash.hpp>
 

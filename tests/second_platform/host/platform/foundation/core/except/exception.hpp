@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Exceptions with a tag and words of their own.
+/// Exceptions with this host's own tag and texts.
 
 #include <string>
 #include <utility>
