@@ -1,8 +1,8 @@
-# Which versions of a compiler are here. Distributions add the version to the name; the newest comes first, and the
-# name without one stands for a machine that has no other.
+# Finds the installed versions of a compiler. Distributions append the version to the name; the name without a version
+# is only used on machines that have no other.
 
-# gleigem_find_compilers(RESULT NAME): the commands for NAME, g++ or clang++, from the oldest version that the project
-# supports on.
+# gleigem_find_compilers(RESULT NAME): the commands for NAME, g++ or clang++, starting with the oldest version that the
+# project supports.
 function(gleigem_find_compilers result name)
     set(found "")
     foreach(version RANGE 40 12 -1)

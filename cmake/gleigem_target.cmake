@@ -1,4 +1,4 @@
-# What every target of this project has in common: the language level, hidden visibility and the warnings.
+# Common to all targets of this project: language level, hidden visibility and warnings.
 
 include_guard()
 
@@ -15,9 +15,9 @@ function(gleigem_configure_target target)
                    POSITION_INDEPENDENT_CODE ON)
     target_compile_options(${target} PRIVATE ${gleigem_warnings})
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        # A parent may ask for it, and then the macros of ICU do not pass.
+        # A parent project may enable this warning, but ICU's macros cause it.
         target_compile_options(${target} PRIVATE -Wno-sign-conversion)
-        # g++ 12 mistakes an inlined `"text" + std::string` for a copy onto itself.
+        # False positive of g++ 12 for an inlined `"text" + std::string`.
         if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
             target_compile_options(${target} PRIVATE -Wno-restrict)
         endif()

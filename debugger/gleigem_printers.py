@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: BSL-1.0
 """Shows entries, import lists and messages in gdb as their users would write them.
 
-gdb loads this file by itself together with libgleigem.so, where its auto-load safe-path allows that; elsewhere
-`source` it. It knows how libstdc++ lays out its types and how the reference platform lays out its own.
+gdb loads this file together with libgleigem.so if its auto-load safe-path allows it; otherwise `source` it. The
+printers depend on the layout of libstdc++'s types and of the reference platform's.
 """
 
 import re
@@ -16,11 +16,11 @@ UTF_16 = "utf-16-le" if sys.byteorder == "little" else "utf-16-be"
 MOVED_FROM = "<moved from>"
 
 
-# What the objects of the standard library hold. An object that was never constructed ends in a gdb.error.
+# The contents of standard library objects. An object that was never constructed causes a gdb.error.
 
 
 def limited(count):
-    """As many of `count` things as gdb is set to print."""
+    """The number of `count` elements that gdb is set to print."""
     limit = gdb.parameter("print elements")
     return count if limit is None else min(count, limit)
 
@@ -74,7 +74,7 @@ def held_by_unique_ptr(owner):
 
 
 def held_by_variant(variant):
-    """The active alternative, which stands at the beginning; None when there is none."""
+    """The active alternative, which is stored at the beginning; None if there is none."""
     index = variant["_M_index"]
     if int(index) == 2 ** (8 * index.type.sizeof) - 1:
         return None
@@ -192,7 +192,7 @@ DESCRIPTIONS = {
 
 
 def escaped(text):
-    """Without control characters, and without those that the terminal's encoding lacks."""
+    """Escapes control characters and characters that the terminal's encoding lacks."""
     visible = "".join(c if c.isprintable() else c.encode("unicode_escape").decode() for c in text)
     encoding = gdb.target_charset()
     return visible.encode(encoding, "backslashreplace").decode(encoding)
@@ -209,7 +209,7 @@ class TextPrinter:
 
 
 class ListPrinter:
-    """Prints an ImportList: how much of what is in it, its parent, its own entries."""
+    """Prints an ImportList: the numbers of its entries, its parent, and its own entries."""
 
     ENTRIES = {"name": "fullyQualifiedEntries", "wildcard": "wildcardEntries", "package": "packageEntries"}
 
@@ -233,20 +233,20 @@ def print_text(description):
 
 
 def print_list(value):
-    """Of a foreign list, or without debug information of the library, only the interface is known."""
+    """Without debug information of the library, and for a foreign list, only the interface is known."""
     dynamic_type = value.dynamic_type
     is_known = dynamic_type.strip_typedefs().unqualified().name == "lf::import::ImportList"
     return ListPrinter(view_as(value, dynamic_type)) if is_known else None
 
 
 def guarded(make_printer):
-    """The printer of a value, or gdb's own form when the host's types have other members than are known here."""
+    """The printer of a value; falls back to gdb's own format if the host's types have unknown members."""
 
     def printer_of(value):
         try:
             return make_printer(value)
         except gdb.error as failure:
-            # gdb words it differently for classes.
+            # gdb uses a different message for classes.
             is_other_type = re.search("no member (or method )?named", str(failure))
             return None if is_other_type else TextPrinter(f"<not readable: {failure}>")
 

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# benchmark.sh [--baseline COMMIT] [--docs]: builds preset release, runs the benchmark suite, and says for each
-# target by how much it is met or missed. With --baseline it also compares the library with that of COMMIT. With
-# --docs it also draws the plots and fills in docs/performance.md and README.md. On Debian 12 or 13, as root, it
-# installs what is missing; elsewhere it says what is.
+# benchmark.sh [--baseline COMMIT] [--docs]: builds preset release, runs the benchmark suite, and prints by how much
+# each target is met or missed. --baseline also compares the library with that of COMMIT. --docs also draws the plots
+# and updates docs/performance.md and README.md. On Debian 12 or 13, as root, it installs missing packages; elsewhere it
+# lists them.
 #
-# Times are the thread's processor times, and the least of many short rounds in random order, so that other work on
-# the machine does little harm. Exit status 0 when targets are missed, but not when a measurement is.
+# Times are the thread's processor times, and the minimum of many short rounds in random order, so that other work on
+# the machine has little effect. Exits with 0 if targets are missed, but not if a measurement fails.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -26,7 +26,7 @@ suite=($build/benchmarks/gleigem_benchmarks --benchmark_min_time=0.01 --benchmar
 compared='^(find_.*/(gleigem|absl_maps)/depth:(1|4|16)/imports:(8|32|128|1024)/'
 compared+='|parse.*/(gleigem|copied_texts)/arguments:100$|add_.*/(gleigem|by_hand)/entries:(15|1000)/)'
 
-# build_baseline: builds the library of commit $baseline in a source tree of its own; prints its file.
+# build_baseline: builds the library of commit $baseline in a separate source tree; prints its file name.
 build_baseline() {
     local source
     source=build/baseline/$(git rev-parse --short "$baseline^{commit}")
@@ -37,8 +37,8 @@ build_baseline() {
     realpath "$source/build/release/import/libgleigem.so"
 }
 
-# compare_with LIBRARY: runs the benchmarks of the targets that have a baseline, with the library as it is and with
-# LIBRARY in its place, in turns.
+# compare_with LIBRARY: runs the benchmarks of the targets that have a baseline, alternating between the current library
+# and LIBRARY.
 compare_with() {
     local round filter='^(clone/gleigem/entries:1000|enumerate_.*/gleigem/depth:16/.*)$'
     mkdir -p $measurements/baseline
@@ -61,10 +61,10 @@ cmake --build --preset release --target gleigem_benchmarks gleigem_instruction_c
 rm -rf $measurements
 mkdir -p $measurements
 
-step "running the benchmarks: some ten minutes (load of the machine: $(cut -d ' ' -f 1-3 /proc/loadavg))"
+step "running the benchmarks: about ten minutes (load of the machine: $(cut -d ' ' -f 1-3 /proc/loadavg))"
 "${suite[@]}" --benchmark_repetitions=7 --benchmark_out=$measurements/benchmarks.json >/dev/null
 
-step "running again what the targets compare at every size and shape"
+step "running the benchmarks again that are compared at every size and shape"
 "${suite[@]}" --benchmark_repetitions=13 --benchmark_out=$measurements/again.json --benchmark_filter="$compared" >/dev/null
 
 if [[ $baseline ]]; then
@@ -75,11 +75,11 @@ if [[ $baseline ]]; then
     compare_with "$library"
 fi
 
-step "counting how instructions grow with a list, and under floods of names"
+step "counting instructions for growing lists and colliding names"
 scripts/count_instructions.py $build growth >$measurements/growth.json
 scripts/count_instructions.py $build flood >$measurements/flood.json
 
-step "measuring the library's size and what including it costs"
+step "measuring the size of the library and the cost of including it"
 scripts/measure_build_costs.py $build >$measurements/build_costs.json
 
 step "comparing with the targets"

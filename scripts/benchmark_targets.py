@@ -5,12 +5,12 @@
 
 The folder has
 
-- benchmarks.json: a run of the benchmark suite; again.json: another of what targets compare at every size;
-- growth.json, flood.json: instructions that lists of growing size take, and lists whose names collide;
-- build_costs.json: what the library weighs and what including it costs;
-- baseline/now-*.json, baseline/before-*.json, or neither: runs with this library and with another commit's.
+- benchmarks.json: a run of the benchmark suite; again.json: another run of the benchmarks compared at every size;
+- growth.json, flood.json: instruction counts for lists of growing size, and for lists whose names collide;
+- build_costs.json: the size of the library and the cost of including it;
+- optionally baseline/now-*.json and baseline/before-*.json: runs with this library and with that of another commit.
 
-Exit status 1 when a benchmark is absent; a missed target is only reported.
+Exits with 1 if a benchmark is missing; a missed target is only reported.
 """
 
 import argparse
@@ -30,7 +30,7 @@ SHAPES = {"random": "random words", "alike": "alike names", "classes": "class na
 
 
 class Results:
-    """The least that each counter of each benchmark was in any repetition of some runs of the suite."""
+    """The minimum of each counter of each benchmark over all repetitions of some runs of the suite."""
 
     def __init__(self, *paths):
         self.least = {}
@@ -48,7 +48,7 @@ class Results:
 
     def __getitem__(self, name):
         if name not in self.least:
-            sys.exit(f"absent from the run: {name}")
+            sys.exit(f"missing in the run: {name}")
         return self.least[name]
 
     def time(self, name):
@@ -60,7 +60,7 @@ class Results:
 
 
 class Measurements:
-    """All that one run of benchmark.sh has measured."""
+    """All measurements of one run of benchmark.sh."""
 
     def __init__(self, folder):
         self.results = Results(folder / "again.json", folder / "benchmarks.json")
@@ -73,7 +73,7 @@ class Measurements:
 
 @dataclass
 class Row:
-    """A target, or a measurement without limit."""
+    """A target, or a measurement without a limit."""
 
     target: str
     measured: str
@@ -97,7 +97,7 @@ class Row:
 
 
 def worst(rows):
-    """Of rows by circumstance the one with the highest ratio, which says its circumstance."""
+    """The row with the highest ratio, labelled with its circumstance."""
     where, row = max(rows.items(), key=lambda item: item[1].value)
     return replace(row, worst_at=where)
 
@@ -113,7 +113,7 @@ def plain(name):
     return name.replace("_", " ")
 
 
-# How each counter is shown.
+# The format of each counter.
 COUNTERS = {
     "time_per_item": duration,
     "allocations_per_item": "{:.3g} allocations".format,
@@ -123,7 +123,7 @@ COUNTERS = {
 
 
 def against(results, target, subject, circumstance, reference, limit, counter="time_per_item"):
-    """The library's counter for a subject as a multiple of a floor's."""
+    """The ratio of the library's counter to a floor's."""
     own = results[f"{subject}/gleigem/{circumstance}"][counter]
     floor = results[f"{subject}/{reference}/{circumstance}"][counter]
     show = COUNTERS[counter]
@@ -132,7 +132,7 @@ def against(results, target, subject, circumstance, reference, limit, counter="t
 
 
 def exponent(sizes, total_cost):
-    """That of the total cost of n items in n, by least squares over logarithms."""
+    """The exponent of the total cost as a power of n, by least squares over logarithms."""
     points = [(math.log(n), math.log(total_cost(n))) for n in sizes]
     mean_x = sum(x for x, _ in points) / len(points)
     mean_y = sum(y for _, y in points) / len(points)
@@ -141,7 +141,7 @@ def exponent(sizes, total_cost):
 
 
 def growth(results, target, sizes, name, reference, limit):
-    """The exponent of the time, which memory caches have a share in; the floor's shows how much."""
+    """The exponent of the time, which includes the effect of memory caches; compare it with the floor's."""
     def of(whose):
         return exponent(sizes, lambda n: n * results.time(name.format(whose, n)))
 
@@ -191,7 +191,7 @@ def parsing_targets(results):
 
 
 def by_entries(results, target, subject, shapes, limit, counter="time_per_item", entries=ENTRIES):
-    """The worst of lists of several sizes, with names of several shapes, beside the same by hand."""
+    """The worst case over list sizes and name shapes, compared with hand-written code."""
     return worst({f"{size:,} entries, {SHAPES[shape]}":
                   against(results, target, subject, f"entries:{size}/names:{shape}", "by_hand", limit, counter)
                   for size, shape in itertools.product(entries, shapes)})
@@ -211,7 +211,7 @@ def memory_targets(results):
 
 
 def baseline_targets(now, before):
-    """Beside the library of another commit, for what has no floor."""
+    """Comparisons with the library of another commit, for benchmarks without a floor."""
     subjects = {"clone, 1,000 entries": ("clone/gleigem/entries:1000", 0.5)}
     for kind in ("packages", "fully_qualified"):
         subjects[f"enumerate {plain(kind)}, depth 16"] = (f"enumerate_{kind}/gleigem/depth:16/imports:8", 0.8)

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# check_abi.sh [--update]: compares the binary interface of libgleigem.so as it stands, built below build/abi, with
-# the baseline in tests/abi, by abidiff. --update writes the baseline anew: at each release, or with a new SONAME.
+# check_abi.sh [--update]: builds libgleigem.so below build/abi and compares its binary interface with the baseline in
+# tests/abi, using abidiff. --update rewrites the baseline: use it for each release, or with a new SONAME.
 #
-# New symbols are welcome. Whatever else a host built against the release would notice is a failure, unless a new
-# SONAME tells it to be built again. What abidiff reads depends on the compiler and its standard library, so each
-# version of g++ has a baseline of its own, and without one nothing is compared.
+# New symbols are allowed. Any other change that affects a host built against the release is a failure, unless there is
+# a new SONAME. What abidiff reads depends on the compiler and its standard library, so each version of g++ has its own
+# baseline; without one, nothing is compared.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -12,7 +12,7 @@ baseline=tests/abi/interface-$(uname -m)-g++-$(g++ -dumpversion).abi.xz
 unpacked=build/abi/baseline.abi
 library=build/abi/now/import/libgleigem.so
 
-# soname_of LIBRARY, soname_in_baseline: what programs ask the loader for.
+# soname_of LIBRARY, soname_in_baseline: the name by which programs load the library.
 soname_of() {
     readelf --dynamic "$1" | sed -n 's/.*(SONAME).*\[\(.*\)\]/\1/p'
 }
@@ -24,12 +24,12 @@ soname_in_baseline() {
 require_packages "${demo_packages[@]}" "${abi_packages[@]}"
 
 if [[ ! -e $baseline && ${1-} != --update ]]; then
-    printf 'There is no %s: nothing to compare with.\n' "$baseline"
+    printf '%s does not exist: nothing was compared.\n' "$baseline"
     exit 0
 fi
 
-# abidiff reads debug information.
-step "building the library as it stands"
+# abidiff needs debug information.
+step "building the library"
 cmake -S . -B build/abi/now -G Ninja -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_TOOLS=OFF \
     -DGLEIGEM_BUILD_BENCHMARKS=OFF -DGLEIGEM_INSTALL=OFF >/dev/null
@@ -45,12 +45,12 @@ fi
 step "comparing it with the last release"
 xz --decompress --stdout "$baseline" >"$unpacked"
 if abidiff --no-added-syms "$unpacked" "$library"; then
-    printf 'The binary interface is that of the last release.\n'
+    printf 'The binary interface is the same as in the last release.\n'
 elif [[ $(soname_in_baseline) != "$(soname_of "$library")" ]]; then
-    printf 'The binary interface is another than that of the last release, as its new SONAME %s says.\n' \
+    printf 'The binary interface differs from the last release, and so does the SONAME, %s.\n' \
         "$(soname_of "$library")"
 else
-    printf 'The binary interface is another than that of the last release, under the same SONAME %s.\n' \
+    printf 'The binary interface differs from the last release, but the SONAME is still %s.\n' \
         "$(soname_of "$library")"
     exit 1
 fi

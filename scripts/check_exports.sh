@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# check_exports.sh LIBRARY [--update], LIBRARY by its absolute path: compares the names that libgleigem.so exports
-# with tests/abi/exported_symbols.txt, or writes that list anew. They are the same in every build.
+# check_exports.sh LIBRARY [--update]: compares the names that libgleigem.so, given by its absolute path, exports with
+# tests/abi/exported_symbols.txt, or rewrites that list. They are the same in every build.
 #
-# Names are compared as C++ reads them. What differs between the kinds of machine, the word for std::size_t, and
-# between standard libraries, their inline namespaces, is written in one way.
+# Names are compared in demangled form. Differences between processors, such as the type behind std::size_t, and between
+# standard libraries, such as inline namespaces, are normalized.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -18,6 +18,6 @@ if [[ ${2-} == --update ]]; then
 fi
 
 if [[ ! $exported ]] || ! diff --label "$list" --label "$library" --unified=0 "$list" - <<<"$exported"; then
-    printf 'The library exports other names than %s.\n' "$list"
+    printf 'The exported names of the library differ from %s.\n' "$list"
     exit 1
 fi

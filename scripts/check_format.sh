@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks that every C++ file is laid out as .clang-format says, which `clang-format-14 -i FILE` does, and every Python
-# file as .flake8 says. Other versions of clang-format lay some lines out in another way, so they cannot judge.
+# Checks that all C++ files have the layout of .clang-format, which `clang-format-14 -i FILE` applies, and all Python
+# files that of .flake8. Other versions of clang-format produce a different layout, so they are not used.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -13,7 +13,7 @@ if formatter=$(newest clang-format $version); then
     find . -name '*.[ch]pp' -not -path './build/*' -not -path './out/*' -print0 |
         xargs -0 "$formatter" --dry-run --Werror
 else
-    printf 'clang-format %s is not here: not checked.\n' $version
+    printf 'clang-format %s is not installed: not checked.\n' $version
 fi
 
 step "checking the Python files"

@@ -2,13 +2,13 @@
 # SPDX-License-Identifier: BSL-1.0
 """Checks the direction of includes: each source file includes only what its layer may.
 
-LAYERS is the table of layers and what they may include; docs/architecture.md shows it, with a picture of what they do
-include.
+LAYERS is the table of layers and what they may include; docs/architecture.md shows it, with a picture of the actual
+includes.
 
     check_includes.py [--write] [ROOT]
 
 --write updates table and picture in ROOT/docs/architecture.md. ROOT defaults to the project's folder. Exit status 1 if
-a file includes what it may not, or the document differs.
+a file includes a header that it may not, or the document differs.
 """
 
 import argparse
@@ -36,8 +36,8 @@ def layer(name, files, contents, *may_include):
     return Layer(name, re.compile(files), contents, may_include)
 
 
-# A file is in the first layer whose pattern its path matches. A layer may include itself and those it names, which
-# precede it, so that no two can include each other.
+# A file belongs to the first layer whose pattern matches its path. A layer may include itself and the layers it names,
+# which precede it, so that there are no cycles.
 LAYERS = (
     layer("platform headers", r"platform/.*\.hpp", "the reference implementation of the nine host services"),
     layer("platform sources", r"platform/.*\.cpp", "their implementation", "platform headers", "Boost", "ICU"),
@@ -71,13 +71,13 @@ LAYERS = (
 LIBRARIES = {"unicode/": "ICU", "range/v3/": "range-v3", "boost/": "Boost", "xxhash.h": "xxHash",
              "gtest/": "GoogleTest", "gmock/": "GoogleTest"}
 
-# Headers that nobody includes, and why not.
+# Headers that must not be included, and why.
 UNWANTED = {
     r"range/v3/all\.hpp": "all of range-v3 takes seconds to compile",
     r"bits/.*": "these are internal to the standard library",
 }
 
-# Where <...> is looked for; another platform's own headers come first in its project.
+# Folders to look for <...> in; another platform's own headers come first in its project.
 ROOTS = (".", "platform", "tools", "tests")
 OWN_PLATFORM = "examples/own_platform"
 
@@ -93,7 +93,7 @@ def includes_of(text):
 
 
 def file_meant(root, path, include):
-    """The project's file that an include in `path` means; none for a header of somebody else's."""
+    """The project's file that an include in `path` refers to; none for a header of another project."""
     folders = [str(PurePosixPath(path).parent)] if include.startswith('"') else []
     folders += [f"{OWN_PLATFORM}/platform"] if path.startswith(OWN_PLATFORM) else []
     candidates = (posixpath.normpath(f"{folder}/{include[1:-1]}") for folder in (*folders, *ROOTS))
@@ -101,7 +101,7 @@ def file_meant(root, path, include):
 
 
 def target_of(root, path, include):
-    """The layer or library that an include leads to; none for the standard library and the like."""
+    """The layer or library of an include; none for the standard library and similar headers."""
     if found := file_meant(root, path, include):
         return layer_of(found).name
     return next((library for prefix, library in LIBRARIES.items() if include[1:].startswith(prefix)), None)
@@ -122,7 +122,7 @@ def problems_of_file(root, path):
 
 
 def problems_of_table():
-    """What a layer includes precedes it."""
+    """Checks that layers only name earlier layers."""
     known = {EVERYTHING, *LIBRARIES.values()}
     problems = []
     for each in LAYERS:
@@ -139,7 +139,7 @@ def table():
 
 
 def arrows(root):
-    """Which layer does include which, and which library; without those that may include everything."""
+    """The layers and libraries that each layer actually includes; without layers that may include everything."""
     return {(source.name, target)
             for path in source_files(root)
             if (source := layer_of(path)) and EVERYTHING not in source.may_include
@@ -148,7 +148,7 @@ def arrows(root):
 
 
 def is_detour(arrow, others):
-    """Whether other arrows lead from one end of an arrow to the other."""
+    """Whether other arrows connect the ends of an arrow."""
     reached, pending = set(), [arrow[0]]
     while pending:
         layer = pending.pop()
@@ -164,7 +164,7 @@ def node(name):
 
 
 def picture(root):
-    """The arrows as a Mermaid flowchart, but those that others imply."""
+    """The arrows as a Mermaid flowchart, without those that others imply."""
     everything = arrows(root)
     drawn = sorted(arrow for arrow in everything if not is_detour(arrow, everything))
     lines = [f"    {node(source)} --> {node(target)}" for source, target in drawn]

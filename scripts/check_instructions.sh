@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# check_instructions.sh [--update]: counts the instructions that looking names up and parsing take, and fails when
-# one of the counts is too far above benchmarks/instruction_baseline.json; or writes that file anew. Counts those of
-# the explorer for scripts that are made to be costly, and fails when they grow faster than the scripts.
+# check_instructions.sh [--update]: counts the instructions that lookups and parsing execute, and fails if a count is
+# too far above benchmarks/instruction_baseline.json, or rewrites that file. Also counts those of the explorer for
+# expensive scripts, and fails if they grow faster than the scripts.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -13,7 +13,7 @@ require_packages "${benchmark_packages[@]}"
 step "configuring preset release"
 cmake --preset release -DGLEIGEM_BUILD_TESTS=ON -DGLEIGEM_BUILD_TOOLS=ON -DGLEIGEM_BUILD_BENCHMARKS=ON >/dev/null
 
-step "building what is counted"
+step "building the programs"
 cmake --build --preset release --target gleigem_instruction_count import_explorer_growth_subjects
 
 step "counting instructions"

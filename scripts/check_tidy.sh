@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# check_tidy.sh [PATTERN...]: checks source files against .clang-tidy, compiled as under preset dev; all of
-# them, or those whose path matches a regular expression (`scripts/check_tidy.sh import/list`). Any finding is
-# a failure.
+# check_tidy.sh [PATTERN...]: runs clang-tidy on source files as compiled under preset dev: on all of them, or on those
+# whose path matches a regular expression (`scripts/check_tidy.sh import/list`). Any finding is a failure.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -10,7 +9,7 @@ version=14
 require_packages "${test_packages[@]}" "${lint_packages[@]}"
 
 if ! tidy=$(newest run-clang-tidy $version); then
-    printf 'clang-tidy %s is not here: newer versions check more than .clang-tidy knows of, so nothing is checked.\n' \
+    printf 'clang-tidy %s is not installed: not checked, since .clang-tidy does not cover the checks of other versions.\n' \
         $version
     exit
 fi
@@ -18,7 +17,7 @@ fi
 step "configuring preset dev"
 cmake --preset dev >/dev/null
 
-# Each source once: some are compiled into several targets, and clang-tidy would check each again.
+# Each source once, although some are compiled into several targets.
 mkdir -p build/tidy
 python3 - <<'EOF'
 import json
@@ -30,7 +29,7 @@ ours = {c["file"]: c for c in reversed(commands) if build not in Path(c["file"])
 (build / "tidy/compile_commands.json").write_text(json.dumps(list(ours.values()), indent=1))
 EOF
 
-# The commands are g++'s and may name warnings that clang does not know.
+# The commands are g++'s and may contain warnings that clang does not support.
 step "running clang-tidy"
 "$tidy" -quiet -p build/tidy -j "$(nproc)" -extra-arg=-Wno-unknown-warning-option "$@" \
     2> >(grep -v 'warnings generated' >&2 || true)

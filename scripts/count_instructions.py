@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: BSL-1.0
-"""Counts under callgrind the instructions of what gleigem_instruction_count does; prints JSON.
+"""Counts the instructions of gleigem_instruction_count under callgrind; prints JSON.
 
     count_instructions.py BUILD_FOLDER [growth]
-    count_instructions.py BUILD_FOLDER --compare BASELINE      fails where a count is too far above the baseline
-    count_instructions.py BUILD_FOLDER --update BASELINE       writes the baseline anew
+    count_instructions.py BUILD_FOLDER --compare BASELINE      fails if a count is too far above the baseline
+    count_instructions.py BUILD_FOLDER --update BASELINE       rewrites the baseline
 
-Counts do not depend on the load of the machine, but on the compiler: those of another one than the baseline's
-are only shown.
+Counts depend on the compiler but not on the load of the machine. With a different compiler than the baseline's,
+they are only shown.
 """
 
 import argparse
@@ -22,7 +22,7 @@ TOLERANCE = 1.10
 
 
 def count(build, arguments):
-    """The number of instructions by the name of what is counted."""
+    """The number of instructions by the name of the count."""
     counts = {}
     with tempfile.TemporaryDirectory() as folder:
         dump = Path(folder, "callgrind.out")
@@ -37,7 +37,7 @@ def count(build, arguments):
 
 
 def compiler_of(build):
-    """The compiler's version, as its own first line has it behind the program's name."""
+    """The compiler's version, from the first line of its --version after the program name."""
     cache = (build / "CMakeCache.txt").read_text()
     program = re.search(r"^CMAKE_CXX_COMPILER:\w+=(.*)$", cache, re.MULTILINE)[1]
     line = subprocess.run([program, "--version"], check=True, capture_output=True, text=True).stdout.splitlines()[0]
@@ -45,13 +45,13 @@ def compiler_of(build):
 
 
 def compare(counts, compiler, baseline):
-    """Prints each count beside the baseline's; returns whether none is too high."""
+    """Prints each count and its difference from the baseline; returns whether all are within the limit."""
     expected = baseline["instructions"]
     if counts.keys() != expected.keys():
         sys.exit(f"only in one of counts and baseline: {counts.keys() ^ expected.keys()}")
     is_same_compiler = baseline["compiler"] == compiler
     if not is_same_compiler:
-        print(f"not compared: the baseline is of {baseline['compiler']}, this is {compiler}")
+        print(f"not compared: the baseline is from {baseline['compiler']}, this is {compiler}")
     too_many = [name for name in counts if counts[name] > expected[name] * TOLERANCE]
     for name, number in counts.items():
         note = "  too many" if name in too_many else ""
@@ -73,7 +73,7 @@ def main():
         options.update.write_text(json.dumps(baseline, indent=2) + "\n")
     elif options.compare:
         if not compare(counts, compiler_of(options.build), json.loads(options.compare.read_text())):
-            sys.exit("Slower than the baseline allows. Where that is wanted: scripts/check_instructions.sh --update")
+            sys.exit("Slower than the baseline allows. If this is intended: scripts/check_instructions.sh --update")
     else:
         print(json.dumps(counts, indent=2))
 

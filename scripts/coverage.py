@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: BSL-1.0
-"""coverage.py BUILD-FOLDER: prints which lines and branches of import/ the tests have reached there.
+"""coverage.py BUILD-FOLDER: prints which lines and branches of import/ the tests in that build have reached.
 
-Branches that the compiler made for exceptions alone do not count. A line or branch in a template or in a
-header is reached when any of its instances is.
+Branches that the compiler generates only for exceptions do not count. A line or branch in a template or in a
+header is reached if any of its instances is.
 """
 
 import collections
@@ -14,33 +14,33 @@ from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parent.parent
 
-# What no test can reach, by the text of its line, and why.
+# Lines that no test can reach, by their text, and why.
 UNREACHABLE = {
     ("import/parser/import_argument_parser.cpp", 'assert(command.tree != nullptr && "a command view has a tree");'):
-        "a failing assertion, which ends the process of its test before that writes counts",
+        "a failing assertion, which ends the test process before it writes counts",
     ("import/parser/import_argument_parser.cpp", 'assert(cursor == 0 && entries.empty() && "a parser parses once");'):
         "the same",
     ("import/parser/command_grammar.cpp", "switch (peek()) {"):
-        "the compiler's way past the switch for a value that is none of the enumeration's",
+        "the compiler's branch for a value that is not an enumerator",
     ("import/diagnostics/make_msg_id.hpp", "resource_core::BaseMsgID message{.arguments = {},"):
-        "cleaning up a half-made object, which gcov does not mark as an exception's",
+        "cleanup of a partially constructed object, which gcov does not attribute to an exception",
     ("import/parser/classification.cpp", "};"): "the same",
     ("import/list/lookup.cpp",
      "if (auto const answer = ((**foreign).*Kind::ask)(name.text, CheckAncestorList::Yes)) {"):
-        "the compiler's way for a pointer to a member function that is not virtual",
+        "the compiler's branch for a pointer to a non-virtual member function",
     ("import/list/enumeration.cpp",
      "return VisibleAndForeignEntries<Entry>(list, ((*foreign).*getter)(check));"): "the same",
     ("import/list/import_list.cpp", "return list != nullptr && &typeid(*list) == &typeid(ImportList)"):
-        "the compiler's own test for null in typeid",
+        "the compiler's null check in typeid",
     ("import/list/name_hash.cpp", "static HashKey const key;"):
-        "a second thread, which waits for the first to draw the key",
+        "a second thread that waits while the first one creates the key",
     ("import/list/name_hash.cpp", "if (getentropy(&seed, sizeof seed) != 0) {"):
         "an operating system without random numbers",
     ("import/list/name_hash.cpp",
      'throw std::system_error(errno, std::generic_category(), "no key for the hashes of names");'): "the same",
     ("import/messages.hpp",
      "constexpr explicit MessageKey(MessageDefinition<Arguments...> const& definition) noexcept"):
-        "evaluated by the compiler alone",
+        "only evaluated at compile time",
     ("import/messages.hpp", ": key(definition.key),"): "the same",
     ("import/messages.hpp", "severity(definition.severity),"): "the same",
     ("import/messages.hpp", "numberOfArguments(sizeof...(Arguments)) {}"): "the same",
@@ -52,7 +52,7 @@ UNREACHABLE = {
 
 
 def read_objects(build):
-    """What gcov says of each object file that has run."""
+    """The output of gcov for each object file that has run."""
     for data in sorted(build.rglob("*.gcda")):
         command = ["gcov", "--json-format", "--stdout", "--branch-probabilities", str(data)]
         output = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=True, cwd=build)
@@ -103,7 +103,7 @@ def main():
         sys.exit("\n".join(["reasons for lines that no longer exist:", *outdated_reasons()]))
     files = collect(Path(sys.argv[1]).resolve())
     if not files:
-        sys.exit("no test has run there")
+        sys.exit("no test has been run in that build")
     lines, branches = collections.Counter(), collections.Counter()
     print(f"{'':42}{'lines':>21}{'branches':>21}")
     for name, coverage in sorted(files.items()):

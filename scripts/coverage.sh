@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs the tests of the library under preset coverage and prints which lines and branches of import/ they
-# reach. Branches that the compiler made for exceptions alone do not count. Exit status 1 when one is missed
-# for no known reason. Random programs of lists are left out: they take minutes and reach nothing else.
+# Runs the tests of the library under preset coverage and prints which lines and branches of import/ they reach.
+# Branches that the compiler generates only for exceptions do not count. Exits with 1 if one is missed for no known
+# reason. Random programs of lists are skipped: they take minutes and reach nothing else.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 

@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# Builds the explorer and runs it on its two sample scripts. On Debian 12 or 13, as root, it installs what
-# is missing; elsewhere it says what is.
+# Builds the explorer and runs it on its two sample scripts. On Debian 12 or 13, as root, it installs missing packages;
+# elsewhere it lists them.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
 build=build/demo
 explorer=$build/tools/import_explorer/import_explorer
 
-# demonstrate WHAT ARGUMENT...: shows the command line and runs it. Exit status 1 means that the script has
-# wrong import commands, as the samples have on purpose.
+# demonstrate WHAT ARGUMENT...: prints the command line and runs it. Exit status 1 means that the script contains
+# errors, as the samples do intentionally.
 demonstrate() {
     step "$1"
     shift

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# fuzz.sh SECONDS [TARGET...]: runs each fuzz target for so many seconds, from the inputs in fuzz/corpus and
-# those that earlier runs have found, and prints how many inputs it tried and how much code they reached. A
-# finding is a failure; its input is kept.
+# fuzz.sh SECONDS [TARGET...]: runs each fuzz target for so many seconds, starting from the inputs in fuzz/corpus and
+# those found by earlier runs, and prints the number of inputs tried and of edges covered. A finding is a failure; its
+# input is kept.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -33,7 +33,7 @@ fuzz() {
     if ! "$program" "${options[@]}" "$found" "fuzz/corpus/$target" &>"$log"; then
         grep -v '^#' "$log" | tail -n 60
         input=$(sed -n 's/.*Test unit written to //p' "$log")
-        printf '\n%s has a finding; to see it again:\n\n    %s %s\n' "$target" "$program" "$input"
+        printf '\n%s has a finding. To reproduce it:\n\n    %s %s\n' "$target" "$program" "$input"
         return 1
     fi
     printf '%-14s %9d executions %6d of %6d edges\n' "$target" \

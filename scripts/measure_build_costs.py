@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Measures what the built library weighs and what including its header costs; prints JSON.
+"""Measures the size of the built library and the cost of including its header; prints JSON.
 
     measure_build_costs.py BUILD_FOLDER
 
@@ -25,7 +25,7 @@ HEADERS = {
 
 
 def compiler_command(build):
-    """The command that compiles a source of the library, up to its output and input."""
+    """The command that compiles a source of the library, without its output and input."""
     commands = json.loads((build / "compile_commands.json").read_text())
     source = str(ROOT / "import/entries.cpp")
     words = shlex.split(next(c["command"] for c in commands

@@ -1,12 +1,12 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: BSL-1.0
-"""Changes one thing at a time in a file of the library and sees whether the unit tests notice.
+"""Makes one change at a time in a file of the library and checks whether the unit tests notice.
 
     mutate.py [--list] [--time-limit SECONDS] FILE...        as in mutate.py import/list/adding.cpp
 
-libclang finds what can be changed. The work is done in a copy of the project below build/mutants, built
-without optimisation; the working tree is never touched. Each mutant that all tests pass with is printed: it
-is either a missing test or a change that makes no difference. Exit status 1 when there is one.
+libclang finds the places to change. All work is done in a copy of the project below build/mutants, built
+without optimisation; the working tree is not touched. Mutants with which all tests pass are printed: each one
+is either a missing test or a change without effect. Exits with 1 if there are any.
 """
 
 import argparse
@@ -30,8 +30,8 @@ WORK = PROJECT / "build/mutants"
 SOURCE, BUILD = WORK / "source", WORK / "build"
 MEMORY_LIMIT = 4 << 30
 
-# What must fail for a mutant: programs, and which of their tests. The others compare with the model at
-# length, or try big sizes.
+# What must fail for a mutant: programs, and which of their tests. Tests that compare with the model at length, or use
+# big sizes, are left out.
 TESTS = {
     "tests/gleigem_tests": "-*Thousand*:*Million*",
     "tests/gleigem_internal_tests": "*",
@@ -132,7 +132,7 @@ class MutantMaker:
                     self.swap(first, second)
 
     def is_key(self, cursor):
-        """Whether a literal is a template argument: another one does not compile; change_keys knows which does."""
+        """Whether a literal is a template argument, which only change_keys can replace by another that compiles."""
         return self.source[self.range(cursor)[0] - 1] == "<"
 
     @staticmethod
@@ -145,7 +145,7 @@ class MutantMaker:
             self.add(begin, begin + 1, "")
         elif cursor.kind == CursorKind.UNARY_OPERATOR and self.source[begin : begin + 2] in ("++", "--"):
             self.add(begin, begin + 2, "--" if self.source[begin] == "+" else "++")
-        # An operator stands between its operands, whether it is built in, overloaded or rewritten.
+        # An operator stands between its operands, whether built-in, overloaded or rewritten.
         for first, second in zip(children, children[-1:]):
             end, begin = self.range(first)[1], self.range(second)[0]
             between = self.source[end:begin]
@@ -153,7 +153,7 @@ class MutantMaker:
                 self.add(end, begin, between.replace(between.strip(), other))
 
     def negate(self, children):
-        """The condition is the last of what precedes the statement."""
+        """The condition is the last child before the statement."""
         leading = [child for child in children if child.kind.is_expression() or child.kind.is_declaration()
                    or child.kind == CursorKind.DECL_STMT]  # fmt: skip
         declared = [child for child in leading if not child.kind.is_expression()]
@@ -213,7 +213,7 @@ def build():
 
 
 def prepare():
-    """Makes the copy and configures it. Files keep their times, so that only what has changed is built again."""
+    """Creates and configures the copy. Files keep their times, so that only changed ones are rebuilt."""
     shutil.rmtree(SOURCE, ignore_errors=True)
     shutil.copytree(PROJECT, SOURCE, ignore=shutil.ignore_patterns(".git", "build"))
     must(["cmake", "-S", SOURCE, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DCMAKE_CXX_FLAGS=-O0 -w",
@@ -222,7 +222,7 @@ def prepare():
 
 
 def compile_arguments(path):
-    """Those of the file, or for a header of any source of the library."""
+    """The commands of the file or, for a header, of any source of the library."""
     entries = json.loads((BUILD / "compile_commands.json").read_text())
     commands = {Path(entry["file"]): entry["command"] for entry in entries if "gleigem.dir" in entry["command"]}
     command = shlex.split(commands.get(path, next(iter(commands.values()))))
@@ -250,7 +250,7 @@ def verdict(time_limit):
 
 
 def try_mutants(file, maker, time_limit):
-    """How many mutants met which verdict; prints those that survive."""
+    """The number of mutants by verdict; prints those that survive."""
     path, counts = SOURCE / file, collections.Counter()
     try:
         for mutant in sorted(maker.mutants, key=lambda each: (each.begin, each.end)):
@@ -267,14 +267,14 @@ def try_mutants(file, maker, time_limit):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("files", nargs="+", metavar="FILE", type=Path)
-    parser.add_argument("--list", action="store_true", help="print the mutants and try none")
+    parser.add_argument("--list", action="store_true", help="only print the mutants")
     parser.add_argument("--time-limit", type=float, default=300, help="seconds for each test program of a mutant")
     options = parser.parse_args()
 
     os.chdir(PROJECT)
     prepare()
     if not options.list and (result := verdict(options.time_limit)) != "survived":
-        sys.exit(f"without any mutation the tests are {result}")
+        sys.exit(f"the tests without mutation: {result}")
     survivors = 0
     for file in options.files:
         maker = MutantMaker(SOURCE / file, compile_arguments(SOURCE / file))

@@ -4,7 +4,7 @@
     plot_benchmarks.py MEASUREMENTS_FOLDER FOLDER
 
 Each plot is a small SVG file of panels that share their axes, both logarithmic, and a legend. Its background is
-transparent, and its colours can be read on white as on black, and told apart without red and green.
+transparent; its colours are readable on white and on black, and distinguishable without red and green.
 """
 
 import argparse
@@ -111,7 +111,7 @@ PLOTS = [find, find_by_size, enumeration, adding]
 
 
 def scale(values, start, end):
-    """Where a value lies between `start`, the place of the least of them, and `end`, on a logarithmic axis."""
+    """The position of a value on a logarithmic axis from `start`, the position of the minimum, to `end`."""
     low, high = math.log(min(values)), math.log(max(values))
     return lambda value: start + (math.log(value) - low) / (high - low) * (end - start)
 
@@ -123,7 +123,7 @@ def number(value):
 
 
 def y_ticks(low, high):
-    """Round numbers around and between; powers of ten alone where there are many of them."""
+    """Round numbers around and between the values; only powers of ten if there are many."""
     steps = (1,) if high / low > 1_000 else (1, 2, 5)
     ticks = [step * 10**power for power in range(-1, 10) for step in steps]
     first = max(tick for tick in ticks if tick <= low)
@@ -145,7 +145,7 @@ def stroke(style):
 
 
 def draw_line(style, points):
-    """The points joined, and a dot at each: a line without length that has round ends."""
+    """A line through the points and a dot at each, drawn as a line of no length with round ends."""
     line = " ".join(f"{x:.1f},{y:.1f}" for x, y in points)
     dots = "".join(f"M{x:.1f} {y:.1f}h0" for x, y in points)
     yield f'<polyline points="{line}" {stroke(style)}/>'
@@ -155,7 +155,7 @@ def draw_line(style, points):
 
 
 def without_overlap(ticks, x):
-    """The ticks whose labels have room, from the right."""
+    """The ticks whose labels fit, from the right."""
     kept = []
     for tick in reversed(ticks):
         if not kept or x(kept[-1]) - x(tick) > 7 * (len(number(tick)) + len(number(kept[-1]))) / 2 + 4:

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Writes the API reference from the comments in the public headers: build/reference/html/index.html. Whatever
-# Doxygen warns of, such as an undocumented item, is a failure. On Debian 12 or 13, as root, it installs what is
-# missing; elsewhere it says what is.
+# Writes the API reference from the comments in the public headers: build/reference/html/index.html. Any warning of
+# Doxygen, such as an undocumented item, is a failure. On Debian 12 or 13, as root, it installs missing packages;
+# elsewhere it lists them.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -16,4 +16,4 @@ cmake --preset release -B "$build" -DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_EXA
 step "writing the reference"
 cmake --build "$build" --target gleigem_reference
 
-printf '\nIt begins at %s/html/index.html\n' "$build"
+printf '\nStart page: %s/html/index.html\n' "$build"

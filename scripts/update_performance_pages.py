@@ -3,7 +3,7 @@
 
     update_performance_pages.py MEASUREMENTS_FOLDER PAGE...
 
-A place reads `<!-- begin NAME -->`, lines, `<!-- end NAME -->`; the lines between are replaced.
+A place has the form `<!-- begin NAME -->`, lines, `<!-- end NAME -->`; the lines between are replaced.
 """
 
 import argparse
@@ -15,7 +15,7 @@ from pathlib import Path
 from benchmark_targets import Measurements, all_targets, as_markdown, duration
 
 COSTS = [
-    # What a user does, and the benchmarks that say what it costs, from the cheapest circumstances to the dearest.
+    # An operation of a user, and the benchmarks for its cost, from the cheapest circumstances to the most expensive.
     ("look up a name that nobody imports", "1, 4, 16, 64 scopes",
      [f"find_package_miss/gleigem/depth:{depth}/imports:8/names:random" for depth in (1, 4, 16, 64)]),
     ("the same, in 4 scopes", "8, 128, 1,024 imports each",
@@ -56,7 +56,7 @@ def costs_table(results):
     return "\n".join(lines)
 
 
-# The targets that README.md shows, by their names and what the ratio is to.
+# The targets that README.md shows, by name, and the reference of their ratio.
 HEADLINES = [
     ("find package, miss, depth 1", "a name that nobody imports, 1 scope", "one hash map per scope"),
     ("find package, miss, depth 16", "the same, 16 nested scopes", "one hash map per scope"),

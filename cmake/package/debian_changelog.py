@@ -4,8 +4,8 @@
 
     debian_changelog.py CHANGELOG VERSION MAINTAINER
 
-VERSION is that of what is unreleased yet. Its date is SOURCE_DATE_EPOCH or, without one, that of the file, so that
-packing again gives the same text.
+VERSION is the version of the unreleased changes. Its date is SOURCE_DATE_EPOCH or, if unset, that of the file, so
+that packaging is reproducible.
 """
 
 import os
@@ -21,7 +21,7 @@ LINK = re.compile(r"\[([^]]*)\](?:\([^)]*\)|\[[^]]*\])")
 
 
 def items_of(section):
-    """The items of a section, each one line of plain text behind the name of its group."""
+    """The items of a section, each as one line of plain text after the name of its group."""
     for group in re.split(r"(?m)^### ", section)[1:]:
         name, _, text = group.partition("\n")
         for item in re.split(r"(?m)^- ", text)[1:]:

@@ -1,4 +1,4 @@
-# Debian's cross compilers, with the programs they make run by qemu-user. scripts/matrix.sh names the processor:
+# Debian's cross compilers, whose programs are run by qemu-user. scripts/matrix.sh sets these variables:
 #
 #   -DGLEIGEM_CROSS_COMPILER=  the prefix of the compiler's name, aarch64-linux-gnu
 #   -DGLEIGEM_CROSS_FOLDER=    what Debian calls its folders of libraries, mostly the same

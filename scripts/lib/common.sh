@@ -1,5 +1,5 @@
-# What the scripts share: strict mode, step lines, and installing packages. Sourced, never run; leaves the
-# caller in the root folder of the project.
+# Shared by the scripts: strict mode, step lines, and installing packages. Sourced, never run; changes to the root
+# folder of the project.
 
 set -Eeuo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
@@ -7,8 +7,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 current_step="starting"
 trap 'printf "\n*** Stopped while %s.\n" "$current_step" >&2' ERR
 
-# newest TOOL [VERSION]: the command of a tool that distributions have in several versions, clang++ or clang-format: the
-# highest that is here, or that very VERSION. Fails where there is none.
+# newest TOOL [VERSION]: the command of a tool that distributions provide in several versions, such as clang++ or
+# clang-format: the newest one installed, or exactly VERSION. Fails if there is none.
 newest() {
     local found
     found=$({
@@ -22,13 +22,13 @@ newest() {
     printf '%s\n' "$found"
 }
 
-# step WHAT: says what happens next; WHAT reads well after "Stopped while".
+# step WHAT: announces the next step; WHAT must read well after "Stopped while".
 step() {
     current_step=$1
     printf '\n==> %s\n' "$1"
 }
 
-# is_there PROBE: whether a command can be run, a <header> be included or a /path be found.
+# is_there PROBE: whether a command, a <header>, a /path or a Python module exists.
 is_there() {
     case $1 in
         "<"*) g++ -E -x c++ - <<<"#if !__has_include($1)
@@ -47,7 +47,7 @@ is_debian() {
 
 source scripts/lib/packages.sh
 
-# require_packages LINE...: makes sure that each package is there, by installing it where that is ours to do.
+# require_packages LINE...: makes sure that each package is installed; installs missing ones if this is Debian and root.
 require_packages() {
     local line package probe missing=()
     for line in "$@"; do
@@ -68,14 +68,14 @@ require_packages() {
 }
 
 explain_missing() {
-    printf 'Missing on this machine, by the names of Debian:\n\n    %s\n\n' "$*" >&2
+    printf 'Missing packages, by their Debian names:\n\n    %s\n\n' "$*" >&2
     if is_debian 12 13; then
         printf 'Run this script as root, or install them first:\n\n    sudo apt-get install %s\n' "$*"
     elif command -v apt-get >/dev/null; then
-        printf 'This is neither Debian 12 nor 13, so nothing is installed for you. Where the names are the same:\n'
+        printf 'This is neither Debian 12 nor 13, so nothing was installed. If your system uses the same names:\n'
         printf '\n    sudo apt-get install %s\n' "$*"
     else
-        printf 'This is neither Debian 12 nor 13, so nothing is installed for you. Install what your system calls\n'
-        printf 'them with its own package manager, then run this script again.\n'
+        printf 'This is neither Debian 12 nor 13, so nothing was installed. Install the equivalent\n'
+        printf 'packages of your system, then run this script again.\n'
     fi >&2
 }

@@ -1,5 +1,5 @@
-# The packages of Debian 12 and 13 that the scripts need, in one place: each line a package and what it is looked
-# for by, a command, a <header> or a /path. Sourced, never run.
+# The packages of Debian 12 and 13 that the scripts need: each line names a package and a probe for it, which is a
+# command, a <header> or a /path. Sourced, never run.
 
 demo_packages=(
     "g++                 g++"
@@ -45,7 +45,7 @@ abi_packages=(
     "xz-utils            xz"
 )
 
-# Which clang-format and clang-tidy judge is said in their scripts; only Debian 12 has those.
+# The scripts for clang-format and clang-tidy set the version, which only Debian 12 has.
 lint_packages=(
     "flake8              flake8"
 )
@@ -55,7 +55,7 @@ fuzz_packages=(
     "libclang-rt-19-dev  /usr/lib/llvm-19/lib/clang/19/include/fuzzer"
 )
 
-# Preset release has the tests as well.
+# Preset release includes the tests.
 benchmark_packages=(
     "${test_packages[@]}"
     "libbenchmark-dev    <benchmark/benchmark.h>"
@@ -64,7 +64,7 @@ benchmark_packages=(
     "python3             python3"
 )
 
-# What Debian 12 alone has: older compilers, and the versions of tools that the sources are checked by.
+# Only in Debian 12: older compilers, and the tool versions that check the sources.
 if is_debian 12; then
     test_packages+=(
         "clang-14            clang++-14"

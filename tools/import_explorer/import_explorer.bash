@@ -2,7 +2,7 @@
 
 _import_explorer() {
     local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
-    # Bash cuts --format=json into three words.
+    # Bash splits --format=json into three words.
     if [[ $current == = ]]; then
         current=
     elif [[ $option == = ]]; then
@@ -22,7 +22,7 @@ _import_explorer() {
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
         return
     fi
-    # Quotes file names where they need it; only possible while bash completes.
+    # Quotes file names if necessary; only works during completion.
     compopt -o filenames 2>/dev/null
     local ignored='!*.import'
     [[ " ${COMP_WORDS[*]} " != *" --lines "* ]] || ignored=

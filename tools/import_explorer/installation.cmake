@@ -5,7 +5,7 @@ if(NOT GLEIGEM_INSTALL OR NOT GLEIGEM_INSTALL_TOOLS)
     return()
 endif()
 
-# The program finds the libraries wherever the tree is put.
+# Finds the libraries wherever the installed tree is moved.
 if(NOT WIN32 AND NOT IS_ABSOLUTE "${CMAKE_INSTALL_BINDIR}" AND NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
     file(RELATIVE_PATH libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
     if(APPLE)
@@ -22,10 +22,10 @@ install(
     RENAME import_explorer
     COMPONENT Tools)
 
-# The page is made from the help by running the program.
+# The manual page is generated from the program's help.
 find_program(GLEIGEM_HELP2MAN help2man DOC "Makes the manual page of import_explorer")
 if(NOT GLEIGEM_HELP2MAN OR CMAKE_CROSSCOMPILING)
-    message(STATUS "No manual page of import_explorer: it needs help2man, and a program that runs here.")
+    message(STATUS "No manual page of import_explorer: this needs help2man and a program that runs on this machine.")
     return()
 endif()
 
