@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// A small front end, complete: copy it and replace its language by yours.
+/// A small, complete front end: copy it and replace its language by yours.
 ///
 /// A script is a sequence of words. `import` starts a command that ends with its line, `{` and `}`
 /// enclose a scope, a word that ends in `?` asks for completion, and any other word uses a name.
@@ -29,7 +29,7 @@ using lf::import::ImportEntry;
 using lf::import::Severity;
 using namespace lf::import::host;
 
-/// A word and where it stands, counted from 0: this language's notion of a place.
+/// A word and its position, counted from 0, which is this language's kind of place.
 struct Word {
     std::string text;
     std::size_t line;
@@ -57,7 +57,7 @@ Script readScript(std::istream& stream) {
     return script;
 }
 
-/// The syntax tree: a node is the position of a word, that of a command its word `import`.
+/// The syntax tree: a node is the position of a word; that of a command is its word `import`.
 class SyntaxTree final : public lf::astapi::ISyntaxTree {
   public:
     explicit SyntaxTree(std::vector<Word> const& scriptWords) : words(scriptWords) {}
@@ -101,12 +101,12 @@ constexpr MessageCatalogue catalogue({
     {"InvalidPackageFunctionAbbreviation", "a dotted import starts with the name of a package"},
 });
 
-/// Goes through a script and says what it finds.
+/// Reads a script and prints what it finds.
 class FrontEnd {
   public:
     explicit FrontEnd(Script const& itsScript) : script(itsScript), tree(itsScript.words) {}
 
-    /// Whether the script is without errors.
+    /// Whether the script has no errors.
     bool check() {
         for (std::size_t index = 0; index < script.words.size(); ++index) {
             Word const& word = script.words[index];

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// A compiler that reads many files at once: one list of what all of them import, made before the
-/// threads start and read by each; every thread nests a list of its own into it.
+/// A compiler that reads many files at once: a list of the imports common to all of them is created
+/// before the threads start; each thread nests its own list in it.
 
 #include <import/import.hpp>
 
@@ -34,7 +34,7 @@ void importInto(IImportList& list, std::vector<std::u16string> const& command) {
     }
 }
 
-/// The number of names of one file that the shared list supplies.
+/// The number of names in one file that come from the shared list.
 std::size_t readFile(std::shared_ptr<IImportList const> const& shared) {
     constexpr auto yes = IImportList::CheckAncestorList::Yes;
     auto const file = createImportList(shared);
@@ -53,7 +53,7 @@ int main() {
     std::shared_ptr<IImportList> const prelude = createImportList(nullptr);
     importInto(*prelude, {u"shapes.circle", u"shapes.square", u"effects.spin"});
 
-    // From here on nobody adds to the list, so that nothing needs a lock.
+    // From here on, nobody adds to the list, so no lock is needed.
     std::shared_ptr<IImportList const> const shared = prelude;
     std::array<std::size_t, numberOfThreads> found{};
     std::vector<std::thread> threads;

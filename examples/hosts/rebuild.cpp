@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// What an editor does at each keystroke: all import lists of a file anew, once with every command
-/// parsed again, once with the entries of every command remembered from the first time.
+/// The work of an editor after each keystroke: creates all import lists of a file again, once
+/// parsing every command and once with cached entries.
 
 #include <host/host.hpp>
 #include <import/import.hpp>
@@ -65,7 +65,7 @@ std::vector<ImportEntry> parse(Arguments const& command) {
     return entries;
 }
 
-/// Remembers what commands import.
+/// Caches the entries of commands.
 class Memory {
   public:
     std::vector<ImportEntry> const& entriesOf(Arguments const& command) {
@@ -80,7 +80,7 @@ class Memory {
     std::unordered_map<std::u16string, std::vector<ImportEntry>> entriesByText;
 };
 
-/// The lists of all scopes of a file, the file's own first.
+/// Creates the lists of all scopes of a file, the file's own first.
 template <typename Parse>
 std::vector<std::shared_ptr<IImportList>> rebuild(std::vector<Commands> const& file,
                                                   Parse const& entriesOf) {
@@ -97,7 +97,7 @@ std::vector<std::shared_ptr<IImportList>> rebuild(std::vector<Commands> const& f
     return lists;
 }
 
-/// The shortest time of several rounds, in seconds.
+/// The minimum time of several rounds, in seconds.
 template <typename Work>
 double timeOf(Work const& work) {
     using Clock = std::chrono::steady_clock;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// An incremental build: keeps the lists of a file as text, loads them in the next run, and checks
-/// again only what the fingerprints say has changed.
+/// An incremental build: stores the lists of a file as text, loads them in the next run, and checks
+/// only what has changed according to the fingerprints.
 
 #include "saved_lists.hpp"
 

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Import lists as lines of UTF-8 text, in an order that always reads back. The texts must be well
-/// formed and without tabs and newlines, as identifiers are.
+/// Import lists as lines of UTF-8 text, in an order that can always be loaded. The texts must be
+/// well-formed and contain no tabs and newlines, like identifiers.
 
 #include <host/text.hpp>
 
@@ -16,15 +16,16 @@
 #include <utility>
 #include <vector>
 
-/// Saving and loading of the lists of a file.
+/// Saves and loads the lists of a file.
 namespace saved_lists {
 
-/// The entries of one list, each line a letter for the kind and the texts, separated by tabs.
+/// The entries of one list; each line consists of a letter for the kind and the texts, separated by
+/// tabs.
 using Lines = std::vector<std::string>;
 
-/// The own entries of \p list: names and wildcards before packages, since a dotted import is
-/// refused where a package has the name that it starts with, and a package that is added
-/// dynamically is not.
+/// Saves the own entries of \p list: names and wildcards before packages, since a dotted import
+/// that starts with the name of a package is refused, while such a package can be added dynamically
+/// afterwards.
 inline Lines save(lf::import::IImportList const& list) {
     constexpr auto own = lf::import::IImportList::CheckAncestorList::No;
     auto const utf8 = [](auto const& text) { return fl::i18n::ustring_to_utf8(text); };
@@ -46,7 +47,7 @@ inline Lines save(lf::import::IImportList const& list) {
 
 namespace detail {
 
-/// The pieces of \p line between tabs.
+/// The parts of \p line between tabs.
 inline std::vector<std::u16string> piecesOf(std::string_view line) {
     std::vector<std::u16string> pieces;
     std::size_t tab = 0;
@@ -77,12 +78,12 @@ inline lf::import::ImportEntry entryOf(std::string_view line) {
 
 } // namespace detail
 
-/// Adds \p lines to a list that has no entries, and whose ancestors have none yet: load inner lists
-/// before outer ones, since an outer package may have been added after an inner import that starts
-/// with its name.
+/// Adds \p lines to an empty list whose ancestors are still empty. Load inner lists before outer
+/// ones, since an outer package may have been added after an inner import that starts with its
+/// name.
 ///
-/// \throws std::runtime_error for a line that the list refuses; std::out_of_range and what the
-///         platform throws for one that save does not write.
+/// \throws std::runtime_error if the list refuses a line; std::out_of_range and the exceptions of
+///         the platform for a line that save() does not write.
 inline void load(Lines const& lines, lf::import::IImportList& list) {
     for (std::string const& line : lines) {
         if (list.addDynamicImportEntry(detail::entryOf(line))) {

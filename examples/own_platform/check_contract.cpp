@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Tests what the library needs of a platform, whatever language it is. Knows no answer of this one
-/// but those it is given:
+/// Tests what the library requires of a platform, for any language. It takes two examples from the
+/// language:
 ///
 ///     check_contract NAME SPECIFIER    a package name and a specifier with versions, both in ASCII
 ///
-/// Exit status 1 when a promise is broken, 2 when the arguments are wrong.
+/// Exits with 1 if a requirement is not met, 2 if the arguments are wrong.
 
 #include <host_testing/contract.hpp>
 

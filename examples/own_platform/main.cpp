@@ -16,7 +16,7 @@ namespace {
 
 using namespace lf::import;
 
-/// The host's words for a message: here its key, and what it is about.
+/// The host's text for a message: here its key and its arguments.
 std::string wordsFor(resource_core::BaseMsgID const& message) {
     std::string words = message.key;
     for (resource_core::MsgArgument const& argument : message.arguments) {
@@ -29,7 +29,7 @@ void report(resource_core::BaseMsgID const& message) {
     std::cout << "wrong  " << wordsFor(message) << '\n';
 }
 
-/// Adds what a command imports to the scope, and reports what is wrong with it.
+/// Adds the imports of a command to the scope and reports errors.
 template <typename Entry>
 void take(Entry&& entry, IImportList& scope) {
     if constexpr (std::is_same_v<Entry, InvalidImportEntry>) {

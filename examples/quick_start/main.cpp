@@ -11,7 +11,7 @@
 
 using namespace lf::import;
 
-/// Parses one command, adds what it imports to a scope, and says what became of each argument.
+/// Parses one command, adds its imports to a scope, and prints the result for each argument.
 void readImport(std::vector<std::u16string> const& command, IImportList& scope) {
     auto const handle = [&scope](auto& parsed) {
         auto& [entry, argument] = parsed;

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The span in which the library takes the arguments of a command.
+/// The span type for the arguments of a command.
 
 #include <span>
 

@@ -8,7 +8,7 @@
 
 namespace lfu {
 
-/// Whether \p word is `let`, `then` or `use`. There is one dialect, so the selector means nothing.
+/// Whether \p word is `let`, `then` or `use`. The selector is ignored: there is one dialect.
 bool isReservedWord(std::u16string const& word, int selector);
 
 } // namespace lfu

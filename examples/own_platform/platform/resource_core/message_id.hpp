@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Messages without words, and their holder.
+/// Messages without texts, and their holder.
 
 #include <exception>
 #include <memory>
@@ -20,12 +20,12 @@ struct BaseMsgID {
     std::string key;
 };
 
-/// Holds one message or none. Nobody can change a held message, so that copies share it.
+/// Holds one message or none. A held message is immutable, so copies share it.
 class GenericMsgIDHolder {
   public:
     class EmptyGenericMsgIDHolder : public std::exception {
       public:
-        /// Defined in the source file, so that all libraries share one type information.
+        /// Defined in the source file, so that all libraries share the type information.
         char const* what() const noexcept override;
     };
 

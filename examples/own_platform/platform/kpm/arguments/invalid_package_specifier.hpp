@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The exception that refuses a text as a package specifier.
+/// The exception for text that is not a valid package specifier.
 
 #include <foundation/core/except/exception.hpp>
 
@@ -19,7 +19,7 @@ namespace foundation::core::except {
 template <>
 class Exception<kpm::arguments::InvalidPackageSpecifier, std::exception> : public std::exception {
   public:
-    /// Defined in the source file, so that all libraries share one type information.
+    /// Defined in the source file, so that all libraries share the type information.
     char const* what() const noexcept override;
 };
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The syntax tree: a script whose every line is a command.
+/// The syntax tree: a script in which every line is a command.
 
 #include <cstddef>
 #include <string_view>
@@ -10,7 +10,7 @@
 
 namespace lf::astapi {
 
-/// A word of a script: its line and its place there.
+/// A word of a script: its line and its position in the line.
 struct Node {
     std::size_t line = 0;
     std::size_t word = 0;
@@ -30,7 +30,7 @@ struct ImportCommandView {
     Node node;
 };
 
-/// Views of the words of a text that outlives it.
+/// Views of the words of a text, which must outlive it.
 class SyntaxTree {
   public:
     /// Lines end in a newline; words are separated by single blanks.
@@ -39,7 +39,7 @@ class SyntaxTree {
     /// Every line, from its first word on.
     std::vector<ImportCommandView> commands() const;
 
-    /// The number of words behind the first.
+    /// The number of words after the first one.
     std::size_t getNumberOfArguments(Node command) const;
     ArgumentNode getArgument(Node command, std::size_t index) const;
     std::u16string_view getText(Node argument) const;

@@ -2,11 +2,11 @@
 #pragma once
 
 /// \file
-/// The feature switch of package imports, which this language has always had.
+/// The feature switch of package imports, which are always on in this language.
 
 namespace lf::features {
 
-/// Yes.
+/// Always true.
 bool isPackageImportsFeatureOn();
 
 } // namespace lf::features

@@ -2,11 +2,11 @@
 #pragma once
 
 /// \file
-/// What makes version ranges, of which the library knows only that it is there.
+/// The factory of version ranges; the library only passes it on.
 
 namespace Oxtavel::KeldarComponents {
 
-/// Nothing: the specifiers of this language read their editions themselves.
+/// Empty, since specifiers in this language parse editions themselves.
 class IComponentVersionRangeFactory {};
 
 IComponentVersionRangeFactory const& GetComponentVersionRangeFactory();

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// A package and the editions wanted of it.
+/// A package and the requested editions.
 
 #include <oxtavel/keldar_components/component_version_range.hpp>
 
@@ -18,10 +18,10 @@ class PackageSpecifier {
     /// \throws the exception of kpm::arguments::InvalidPackageSpecifier for any other text.
     PackageSpecifier(std::u16string text, IComponentVersionRangeFactory const& factory);
 
-    /// The package's own name.
+    /// The name of the package.
     std::u16string_view Name() const { return ToString().substr(0, asWritten.find(u'@')); }
 
-    /// Text that reads back as the same package and editions.
+    /// Text that can be parsed as the same package and editions.
     std::u16string_view ToString() const { return asWritten; }
 
   private:
