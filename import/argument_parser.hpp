@@ -48,14 +48,14 @@ class GLEIGEM_EXPORT IImportArgumentParser {
     /// The entries of the command, in the order of its arguments.
     ///
     /// All or nothing: a command with an error yields exactly one InvalidImportEntry. A warning
-    /// directly follows the entry that it is about; only that about the argument `.*` without
-    /// package imports stands alone, as an error does.
+    /// directly follows the entry that it is about; only the warning about the argument `.*`
+    /// without package imports stands alone, like an error.
     ///
-    /// \pre Call this once. Debug builds assert it, where the first call has yielded anything.
+    /// \pre Call this once. Debug builds assert it if the first call yielded anything.
     ///
     /// \returns a list that the parser owns; you may move entries out of it.
     /// \throws std::bad_alloc, and what the package descriptor library throws for a plain package
-    ///         name that it refuses. Bad input never throws.
+    ///         name that it refuses. Other invalid input never throws.
     virtual std::vector<ParsedImportEntry>& parse() = 0;
 };
 
@@ -70,7 +70,7 @@ createImportArgumentParser(cppcompat::span<const std::u16string> arguments, Beha
 /// during this call.
 ///
 /// The tree is asked for the number of arguments, to reserve memory; then, for each argument, for
-/// the number again, the argument's node and the node's text. If the tree promises more arguments
+/// the number again, the argument's node and the node's text. If the tree reports more arguments
 /// than fit into memory, they are read until memory runs out.
 ///
 /// \pre \p command has a tree, which a default-constructed view lacks. Debug builds assert it.

@@ -57,16 +57,16 @@ struct FoundFullyQualifiedName {
 /// list unchanged.
 ///
 /// The parent of a library list may be a *foreign* list: a host's own implementation of this
-/// interface, or a list of a second copy of the library. The library asks it through the interface
+/// interface, or a list of a second copy of the library. The library uses it through the interface
 /// and relies on three things:
 /// - The list that getParent returns lives as long as the list that returned it. If a foreign list
-///   hands out the only share of its parent, what a lookup finds beyond it dangles.
-/// - Parents form no cycle. A walk along one does not end.
-/// - While a lookup lasts, the same question has the same answer. A lookup asks it once.
+/// returns the only reference to its parent, the results of a lookup beyond it dangle.
+/// - Parents form no cycle. Otherwise lookups do not end.
+/// - During a lookup, the same question always has the same answer: a lookup asks it only once.
 ///
 /// The library follows parents in loops. Foreign lists that pass questions on to their parents, or
-/// own them when they are destroyed, nest calls instead: the stack limits how many of those a chain
-/// can have, to some ten thousand in eight megabytes.
+/// that own them when they are destroyed, nest calls instead, so the stack limits their number in a
+/// chain.
 class GLEIGEM_EXPORT IImportList {
   public:
     /// Whether an operation includes the ancestors of the list. Any other value means No.
@@ -120,9 +120,9 @@ class GLEIGEM_EXPORT IImportList {
     /// or an entry with its raw argument. The view is lazy and copies nothing; it is valid while
     /// this list and its ancestors live and are not added to.
     ///
-    /// A whole enumeration takes at most one test for each entry and each list on the way to it:
-    /// time grows with entries times lists, and no memory is kept. To begin one takes the tests of
-    /// the hidden entries before the first visible one.
+    /// A whole enumeration tests each entry at most once for each list on the way to it: the time
+    /// is proportional to entries times lists, and no memory is kept. Starting one tests the hidden
+    /// entries before the first visible one.
     virtual ranges::any_view<FullyQualifiedImportEntry const&, ranges::category::forward>
     getFullyQualifiedImportEntries(CheckAncestorList check) const = 0;
 
@@ -158,7 +158,7 @@ class GLEIGEM_EXPORT IImportList {
 /// \p parent is null. The list shares ownership of its parent.
 ///
 /// \throws std::bad_alloc; std::system_error if the operating system has no random numbers for the
-///         key under which this process hashes names.
+///         key with which this process hashes names.
 GLEIGEM_EXPORT std::unique_ptr<IImportList>
 createImportList(std::shared_ptr<IImportList const> parent);
 

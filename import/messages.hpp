@@ -151,7 +151,7 @@ keysOf(std::tuple<Definitions...> const& definitions) noexcept {
 inline constexpr auto messageKeys = keysOf(messages);
 
 /// The severity of messages with exactly this key. A key that is not in messageKeys is an error,
-/// whatever it ends in.
+/// even if it ends in "Warning".
 constexpr Severity severityOf(std::string_view key) noexcept {
     for (MessageKey const& known : messageKeys) {
         if (known.key == key) {

@@ -21,7 +21,7 @@ concept Complete = requires {
     sizeof(Facet);
 };
 
-// Whether the stream's buffer takes all of it.
+// Whether the stream's buffer accepts the whole text.
 template <typename Char>
 bool putPaddedWithBlanks(std::basic_ostream<Char>& stream, std::basic_string_view<Char> piece) {
     auto const width = static_cast<std::size_t>(stream.width(0));
@@ -32,8 +32,8 @@ bool putPaddedWithBlanks(std::basic_ostream<Char>& stream, std::basic_string_vie
     return stream.rdbuf()->sputn(text.data(), size) == size;
 }
 
-// Sets badbit in a handler: as for any insertion, what was caught goes on to the caller of a stream
-// whose exceptions() ask for that, and no std::ios_base::failure takes its place.
+// Sets badbit in a handler. As for any insertion, the caught exception is rethrown if the stream's
+// exceptions() ask for it, and is not replaced by std::ios_base::failure.
 template <typename Char>
 void setBadInHandler(std::basic_ostream<Char>& stream) {
     try {

@@ -5,9 +5,9 @@
 /// Writes valid entries the way a user would write the import.
 ///
 /// Names print as their raw argument; packages as their specifier, followed by " as " and the
-/// introduced name where that differs from the package's own. Narrow streams receive UTF-8. A
-/// stream's width and fill apply to the first piece. Errors set the stream's state; exceptions of
-/// the conversion to UTF-8 and of the specifier's printing pass through.
+/// introduced name if that differs from the package's own. Narrow streams receive UTF-8. A stream's
+/// width and fill apply to the first piece. Errors set the stream's state; exceptions of the
+/// conversion to UTF-8 and of the specifier's printing are passed on.
 
 #include <import/entries.hpp>
 #include <import/export.hpp>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 // Hosts find the lock operations of Boost's serialization singleton module in this library. They
-// are inline functions that nothing here calls, so each is named once to have it emitted. Other
-// compilers emit what Boost marks as exported for Windows without that.
+// are inline functions that nothing here calls, so each is referenced once to make the compiler
+// emit it. Compilers for Windows emit functions that Boost marks as exported without that.
 
 #include <boost/serialization/singleton.hpp>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Makes message identifiers with the keys of messages.hpp, and with no others.
+/// Creates message identifiers, but only with the keys of messages.hpp.
 
 #include <import/messages.hpp>
 #include <import/platform.hpp>
@@ -33,12 +33,12 @@ struct MessageKeyLiteral {
     constexpr std::string_view view() const noexcept { return {text.data(), size - 1}; }
 };
 
-/// The place of \p key in messages; their number if it is not there.
+/// The index of \p key in messages, or their number if there is no such key.
 template <MessageKeyLiteral key>
 inline constexpr auto indexOfMessage = static_cast<std::size_t>(
     std::ranges::find(messageKeys, key.view(), &MessageKey::key) - messageKeys.begin());
 
-/// messages has \p key, with arguments of these types.
+/// Whether messages has \p key with arguments of these types.
 template <MessageKeyLiteral key, typename... Arguments>
 concept Carries =
     indexOfMessage<key> < messageKeys.size() &&
@@ -48,7 +48,7 @@ concept Carries =
 /// A message with this key: `makeMsgID<"KeywordInImportArgument">(ImportArgument(argument),
 /// ReservedWord(word))`.
 ///
-/// An unknown key does not compile, nor do missing, swapped or plain arguments.
+/// Does not compile with an unknown key, or with missing, swapped or untyped arguments.
 template <MessageKeyLiteral key, typename... Arguments>
 resource_core::BaseMsgID makeMsgID(Arguments... arguments) requires Carries<key, Arguments...> {
     resource_core::BaseMsgID message{.arguments = {},

@@ -12,9 +12,9 @@ IImportList::~IImportList() = default;
 
 namespace {
 
-// Releases a share of a list without recursing into its ancestors: while a list is destroyed, the
-// share of its parent waits for the loop that releases the list. A foreign or shared list is
-// released at once, in a loop of its own, so that a host's destructor can rely on it.
+// Releases a reference to a list without recursing into its ancestors: while a list is destroyed,
+// the reference to its parent waits for the loop that releases the list. A foreign or shared list
+// is released immediately, in its own loop, so that a host's destructor can rely on it.
 void release(std::shared_ptr<IImportList const> share) noexcept {
     static thread_local std::shared_ptr<IImportList const>* place = nullptr;
     bool const canWait = share.use_count() == 1 && asImportList(share.get()) != nullptr;

@@ -49,7 +49,7 @@ class ListChain {
     /// \param first may be null, for an empty chain.
     explicit ListChain(ImportList const* first) noexcept : innermost(first) {}
 
-    /// From \p first outward up to, but without, \p last.
+    /// From \p first outward, up to but excluding \p last.
     ListChain(ImportList const* first, ImportList const* last) noexcept
         : innermost(first), beyond(last) {}
 

@@ -18,7 +18,7 @@ namespace lf::import {
 /// The position of an entry in the vector of its kind, or none.
 class EntryPosition {
   public:
-    /// Tells the vector: dotted entries of both kinds share an index.
+    /// Identifies the vector: dotted entries of both kinds share an index.
     enum class Kind : std::uint8_t { Named = 0, Wildcard = 1 };
 
     constexpr EntryPosition() noexcept = default;

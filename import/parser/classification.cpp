@@ -148,8 +148,8 @@ ParsedImportArgument classifyPlainName(std::u16string_view word) {
     return PackageNameImportArgument{std::move(name)};
 }
 
-// For an argument with an `@`: a versioned package or a rejection, as the package descriptor
-// library judges the whole text.
+// For an argument with an `@`: a versioned package, or a rejection if the package descriptor
+// library refuses the whole text.
 ParsedImportArgument classifyVersionedPackage(std::u16string_view argument) {
     try {
         auto const& rangeFactory = GetComponentVersionRangeFactory();

@@ -4,8 +4,8 @@
 /// \file
 /// Classification: pure functions from the text of one import argument to its record.
 ///
-/// Nothing else reads the text of an argument. A faulty text yields a record. The functions throw
-/// std::bad_alloc and whatever the host's services throw.
+/// Only these functions read the text of an argument. Invalid text yields a record, too. They throw
+/// std::bad_alloc and the exceptions of the host's services.
 
 #include <import/arguments.hpp>
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// The grammar of a command none of whose arguments was rejected:
+// The grammar of a command without rejected arguments:
 //
 //   command      = [ name-list | package-list | package alias-clause ]
 //   name-list    = name { name }
 //   package-list = package { package }
 //   alias-clause = "as" plain-name
 //
-// The production that knows a rule reports when it is broken; the first broken rule is the result
-// of the whole command.
+// Each production reports violations of its own rules; the first violation is the result of the
+// whole command.
 
 #include <import/parser/import_argument_parser.hpp>
 
@@ -23,7 +23,7 @@ namespace lf::import {
 
 namespace {
 
-// The argument in place of an alias, as the user wrote it.
+// The argument instead of an alias, as the user wrote it.
 std::u16string rejectedAliasText(ParsedImportArgument const& argument) {
     if (auto const* const name = std::get_if<FullyQualifiedImportArgument>(&argument)) {
         return name->rawArgument;

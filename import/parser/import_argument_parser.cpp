@@ -41,7 +41,7 @@ template <typename Entry, typename Record>
 void appendWithWarning(std::vector<ParsedImportEntry>& entries, ImportArgumentIndex index,
                        Record& record) {
     append<Entry>(entries, index, std::move(record));
-    // NOLINTNEXTLINE(bugprone-use-after-move): the entry leaves the warning behind.
+    // NOLINTNEXTLINE(bugprone-use-after-move): the entry does not take the warning.
     if (record.warning) {
         append<InvalidImportEntry>(entries, index, record.warning->getMsgID());
     }
@@ -67,7 +67,7 @@ ImportArgumentParser::ImportArgumentParser(cppcompat::span<const std::u16string>
     }
 }
 
-// A tree that has not given any text yet is trusted with this many records.
+// The limit for reserving memory according to a tree from which no text has been read yet.
 constexpr std::size_t mostReserved = 4'096;
 
 // The tree may change while it is read, so the loop asks for the current count each time.
@@ -140,7 +140,7 @@ void ImportArgumentParser::takeName() {
 }
 
 // Unlike the public constructor, which must leave the record unchanged, this moves its text into
-// the entry where the package descriptor library gives the package the same name.
+// the entry if the package descriptor library gives the package the same name.
 PackageImportEntry ImportArgumentParser::makePackageEntry(PackageNameImportArgument&& argument) {
     PackageSpecifier specifier(argument.name, GetComponentVersionRangeFactory());
     std::u16string name = specifier.Name() == argument.name ? std::move(argument.name)

@@ -55,7 +55,7 @@ class ImportArgumentParser final : public IImportArgumentParser {
     void recordError(resource_core::BaseMsgID const& message, ImportArgumentIndex index);
 
     std::vector<ParsedImportEntry> entries;
-    std::vector<ParsedImportArgument> arguments; ///< in command order; moved from as they are taken
+    std::vector<ParsedImportArgument> arguments; ///< in command order; moved from when consumed
     std::size_t cursor = 0;                      ///< of the first argument not yet consumed
     bool stopped = false;                        ///< a cross-argument error has been recorded
 };

@@ -11,13 +11,13 @@ namespace lf::import {
 /// An argument of `emplace` that makes the new element the result of \p function, without a move:
 /// it converts to that result, and C++ constructs the result of a conversion in its destination.
 ///
-/// A record has up to three texts and a warning. Moving it right after it was written waits for
+/// A record has up to three texts and a warning. Moving it right after writing it would wait for
 /// these writes.
 template <typename Function>
 struct InPlace {
     Function function;
 
-    // Implicit, since that is the point.
+    // Implicit, since `emplace` relies on the conversion.
     operator std::invoke_result_t<Function const&>() const { // NOLINT(google-explicit-constructor)
         return function();
     }

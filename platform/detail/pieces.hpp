@@ -2,14 +2,14 @@
 #pragma once
 
 /// \file
-/// Private: the walk over the pieces of a separated text.
+/// Private: iterates over the pieces of a separated text.
 
 #include <string_view>
 
 namespace Oxtavel::KeldarComponents {
 
-/// Whether \p test holds for each piece of \p text between separators, in order, up to the first
-/// for which it does not. An empty text is one empty piece.
+/// Whether \p test holds for each piece of \p text between separators. Tests them in order, up to
+/// the first for which it does not. An empty text is one empty piece.
 template <typename Test>
 bool allPieces(std::u16string_view text, char16_t separator, Test&& test) {
     for (;;) {

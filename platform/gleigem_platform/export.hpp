@@ -4,7 +4,7 @@
 /// \file
 /// Marks exported symbols of the platform library; everything else has hidden visibility.
 /// The build defines GLEIGEM_PLATFORM_BUILDING within the shared library, and
-/// GLEIGEM_PLATFORM_STATIC in the static one and in its users; only Windows tells these apart.
+/// GLEIGEM_PLATFORM_STATIC in the static one and in its users; they only matter on Windows.
 
 #if defined(_WIN32)
 #if defined(GLEIGEM_PLATFORM_STATIC)

@@ -9,7 +9,7 @@ namespace resource_core {
 
 namespace {
 
-/// A copy of \p argument, made by copying its alternative. When copying a string throws, the copy
+/// A copy of \p argument that copies its alternative. If copying a string throws, the copy
 /// constructor of std::variant in libstdc++ 12 destroys a string that was never constructed.
 MsgArgument copyOf(MsgArgument const& argument) {
     return std::visit(

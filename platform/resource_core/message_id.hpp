@@ -15,10 +15,10 @@
 
 namespace resource_core {
 
-/// A value to be put into the text of a message. The order of the alternatives is fixed.
+/// A value to insert into the text of a message. The order of the alternatives is fixed.
 using MsgArgument = std::variant<std::uint64_t, std::string, std::u16string>;
 
-/// Names one message of one catalogue. The order of the fields is fixed.
+/// Identifies one message of one catalogue. The order of the fields is fixed.
 struct GLEIGEM_PLATFORM_EXPORT BaseMsgID {
     /// In the order in which the text of the message uses them.
     std::vector<MsgArgument> arguments;
@@ -33,7 +33,7 @@ struct GLEIGEM_PLATFORM_EXPORT BaseMsgID {
 /// Owns one message identifier or none. Copies are deep; a moved-from holder is empty.
 class GLEIGEM_PLATFORM_EXPORT GenericMsgIDHolder {
   public:
-    /// An empty holder was asked for its message identifier.
+    /// Thrown when an empty holder is asked for its message identifier.
     class GLEIGEM_PLATFORM_EXPORT EmptyGenericMsgIDHolder : public std::exception {
       public:
         EmptyGenericMsgIDHolder() noexcept = default;
@@ -71,7 +71,7 @@ class GLEIGEM_PLATFORM_EXPORT GenericMsgIDHolder {
     /// The message identifier. The reference is valid until the holder is changed, moved or
     /// destroyed.
     ///
-    /// \throws EmptyGenericMsgIDHolder when there is none; boost::current_exception can copy it.
+    /// \throws EmptyGenericMsgIDHolder if there is none; boost::current_exception can copy it.
     BaseMsgID const& getMsgID() const {
         if (isEmpty()) {
             throwEmpty();

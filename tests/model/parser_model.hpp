@@ -17,8 +17,7 @@ namespace model {
 /// The result of parsing the command with these arguments.
 ///
 /// \throws the exceptions of the host's services, except that a rejected specifier of an argument
-/// with
-/// an `@` is an outcome.
+///         with an `@` is an outcome.
 std::vector<Outcome> parseCommand(std::vector<std::u16string> const& arguments,
                                   bool packageImportsOn);
 

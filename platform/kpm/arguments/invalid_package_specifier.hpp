@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The failure to read a text as a package specifier.
+/// The exception for text that is not a package specifier.
 
 #include <foundation/core/except/exception.hpp>
 #include <gleigem_platform/export.hpp>

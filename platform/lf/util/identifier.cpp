@@ -27,14 +27,14 @@ constexpr bool isAsciiDigit(char16_t unit) noexcept {
     return unit >= u'0' && unit <= u'9';
 }
 
-/// Whether a character has this property and is visible. Some versions of Unicode let characters
-/// that show nothing continue identifiers, so that two names could look the same and differ.
+/// Whether a character has this property and is visible. Some versions of Unicode allow invisible
+/// characters in identifiers, so that different names could look the same.
 bool isVisibleWith(UProperty property, UChar32 character) {
     return u_hasBinaryProperty(character, property) &&
            !u_hasBinaryProperty(character, UCHAR_DEFAULT_IGNORABLE_CODE_POINT);
 }
 
-/// Whether all code points from \p index on can stand in an identifier. U16_NEXT yields an unpaired
+/// Whether all code points from \p index on are valid in an identifier. U16_NEXT yields an unpaired
 /// surrogate as itself, and no surrogate has either property.
 bool continuesByUnicode(std::u16string_view text, std::size_t index) {
     if (index == 0) {

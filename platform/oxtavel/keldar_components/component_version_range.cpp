@@ -27,7 +27,7 @@ struct RelationSign {
     VersionRelation relation;
 };
 
-/// A sign stands before each sign that it begins with. Every text begins with the last one.
+/// Signs precede their own prefixes. The last one is empty, so that every text matches.
 constexpr auto relationSigns = std::to_array<RelationSign>({
     {u">=", VersionRelation::GreaterOrEqual},
     {u">", VersionRelation::Greater},
@@ -68,8 +68,8 @@ bool isPreReleaseIdentifier(std::u16string_view text) {
     return isBuildIdentifier(text) && !(isAllDigits(text) && hasLeadingZero(text));
 }
 
-/// Cuts \p text at the first \p sign. Without one, there is no second part; an empty second part is
-/// one.
+/// Splits \p text at the first \p sign. There is no second part without a sign, and an empty one if
+/// nothing follows the sign.
 std::pair<std::u16string_view, std::optional<std::u16string_view>> cut(std::u16string_view text,
                                                                        char16_t sign) {
     auto const position = text.find(sign);

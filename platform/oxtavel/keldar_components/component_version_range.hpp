@@ -17,17 +17,17 @@ namespace Oxtavel::KeldarComponents {
 struct GLEIGEM_PLATFORM_EXPORT ComponentVersion {
     /// Major, minor, patch; the latter two can be missing.
     std::vector<std::u16string> numbers;
-    /// The text after the hyphen; empty when there is none.
+    /// The text after the hyphen; empty if there is none.
     std::u16string preRelease;
-    /// The text after the plus sign; empty when there is none.
+    /// The text after the plus sign; empty if there is none.
     std::u16string build;
 
     friend bool operator==(ComponentVersion const&, ComponentVersion const&) = default;
 };
 
-/// How accepted versions relate to the version that is written.
+/// The relation of accepted versions to the written version.
 enum class VersionRelation {
-    /// `*`: every version is accepted and none is written.
+    /// `*`: accepts every version; none is written.
     Any,
     /// A version without a sign.
     Plain,
@@ -49,26 +49,26 @@ enum class VersionRelation {
 
 /// One condition of a range.
 struct GLEIGEM_PLATFORM_EXPORT VersionComparator {
-    /// How accepted versions relate to the written one.
+    /// The relation of accepted versions to the written one.
     VersionRelation relation = VersionRelation::Any;
-    /// Without numbers when the relation is Any.
+    /// Has no numbers if the relation is Any.
     ComponentVersion version;
 
     friend bool operator==(VersionComparator const&, VersionComparator const&) = default;
 };
 
-/// The conditions that a version must meet; none if any version will do.
+/// The conditions that a version must meet; empty if any version is accepted.
 struct GLEIGEM_PLATFORM_EXPORT ComponentVersionRange {
-    /// In the order in which they are written.
+    /// In the order as written.
     std::vector<VersionComparator> comparators;
 
-    /// The range as it is written: `>=1.2,<2`.
+    /// The range as written: `>=1.2,<2`.
     std::u16string ToString() const;
 
     friend bool operator==(ComponentVersionRange const&, ComponentVersionRange const&) = default;
 };
 
-/// Makes version ranges from text.
+/// Creates version ranges from text.
 class GLEIGEM_PLATFORM_EXPORT IComponentVersionRangeFactory {
   public:
     IComponentVersionRangeFactory() = default;
@@ -79,12 +79,12 @@ class GLEIGEM_PLATFORM_EXPORT IComponentVersionRangeFactory {
     /// The range that \p text describes.
     ///
     /// \throws foundation::core::except::Exception<kpm::arguments::InvalidPackageSpecifier,
-    ///         std::exception> when it describes none.
+    ///         std::exception> for invalid text.
     virtual ComponentVersionRange Create(std::u16string_view text) const = 0;
 };
 
-/// The factory of the whole process, for comma-separated comparators: each `*`, or one to three
-/// numbers with optional pre-release and build behind one of `= > >= < <= ^ ~` or nothing. Blanks
+/// The factory of the whole process, for comma-separated comparators. Each is `*`, or one to three
+/// numbers with optional pre-release and build, after one of `= > >= < <= ^ ~` or nothing. Blanks
 /// are not accepted.
 GLEIGEM_PLATFORM_EXPORT IComponentVersionRangeFactory const& GetComponentVersionRangeFactory();
 

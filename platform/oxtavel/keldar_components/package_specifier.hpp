@@ -16,24 +16,24 @@ namespace Oxtavel::KeldarComponents {
 /// name.
 class GLEIGEM_PLATFORM_EXPORT PackageSpecifier {
   public:
-    /// Reads `name` or `name@range`, where the name is identifiers joined by dots and \p factory
-    /// makes the range.
+    /// Reads `name` or `name@range`: the name consists of identifiers joined by dots, and
+    /// \p factory creates the range.
     ///
     /// \throws foundation::core::except::Exception<kpm::arguments::InvalidPackageSpecifier,
-    ///         std::exception> for any other text, and what the factory throws.
+    ///         std::exception> for any other text, and the exceptions of the factory.
     PackageSpecifier(std::u16string const& text, IComponentVersionRangeFactory const& factory);
 
     /// The name of the package, without the range.
     std::u16string const& Name() const noexcept { return name; }
 
-    /// Name and range as text, from which an equal specifier can be made.
+    /// Name and range as text that reads as an equal specifier.
     std::u16string ToString() const;
 
     friend bool operator==(PackageSpecifier const&, PackageSpecifier const&) = default;
 
   private:
     std::u16string name;
-    /// Without comparators when the specifier has no range.
+    /// Without comparators if the specifier has no range.
     ComponentVersionRange range;
 };
 
