@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// What it costs to add entries to a list, per entry: amortised over the growth of a list from
-// nothing, and for entries that a list holds already or refuses.
+// The cost of adding an entry to a list: amortised over the growth of an empty list, and for
+// entries that a list already has or refuses.
 
 #include "floors/described_containers.hpp"
 #include "measurement.hpp"
@@ -35,7 +35,7 @@ using lf::import::ImportEntry;
 using model::Outcome;
 using workload::NameShape;
 
-// Contestants: how a list is made and added to.
+// Contestants: how to create a list and add to it.
 
 struct Gleigem {
     static constexpr std::string_view name = "gleigem";
@@ -112,7 +112,8 @@ std::vector<std::u16string> const& namesFor(NameShape shape, std::size_t count) 
     return names;
 }
 
-// Kinds of entry: each makes the entry of a number, and entries of other numbers never conflict.
+// Kinds of entry: each creates the entry with a given number; entries with different numbers never
+// conflict.
 using EntryMaker = ImportEntry (*)(std::size_t number, std::vector<std::u16string> const& names);
 
 ImportEntry makePackage(std::size_t number, std::vector<std::u16string> const& names) {
@@ -137,7 +138,7 @@ ImportEntry makeWildcard(std::size_t number, std::vector<std::u16string> const& 
     return support::makeWildcard(dottedName(number, names) + u".*");
 }
 
-// What a list is filled with.
+// The entries to fill a list with.
 struct Filling {
     EntryMaker make;
     std::size_t count;
@@ -158,8 +159,8 @@ std::vector<typename Contestant::Entry> makeEntries(Filling filling) {
 template <typename Contestant>
 using Addition = decltype(&Contestant::add);
 
-// None of the first thousand entries is refused or left out; the loop itself only looks at the
-// size.
+// Checks that the first thousand entries are neither refused nor skipped; the measured loop only
+// checks the size.
 template <typename Contestant>
 void checkGrowth(Filling filling, Addition<Contestant> addTo) {
     filling.count = std::min<std::size_t>(filling.count, 1'000);
@@ -198,7 +199,7 @@ void measureGrowth(benchmark::State& state, Filling filling, Addition<Contestant
     measurement.report(numberOfLists * filling.count);
 }
 
-// What a list takes that holds the entries, and nothing of what was needed to fill it.
+// The memory of a list with these entries, without anything that was only needed to fill it.
 template <typename Contestant>
 std::size_t bytesOfList(Filling filling) {
     namesFor(filling.names, filling.count);
@@ -221,7 +222,7 @@ void measureMemory(benchmark::State& state, Filling filling) {
         static_cast<double>(bytes) / static_cast<double>(filling.count);
 }
 
-// A list that holds entries of one kind is offered others that it does not store.
+// Entries of one kind in a list, and others offered to it that it does not store.
 struct Offer {
     std::string_view name;
     EntryMaker makeHeld;
@@ -334,7 +335,7 @@ void registerOffer(Offer const& offer) {
     }
 }
 
-// Lists of a million take long, so not all kinds are added to them.
+// Filling lists of a million takes long, so not all kinds do.
 constexpr std::size_t longList = 100'000;
 constexpr std::size_t longestList = 1'000'000;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// What it costs to enumerate what is visible from the innermost of nested scopes, per entry.
+// The cost of enumerating the entries that are visible from the innermost of nested scopes, per
+// entry.
 
 #include "floors/plain_scopes.hpp"
 #include "measurement.hpp"
@@ -42,7 +43,7 @@ workload::Scopes makeScopes(std::size_t depth) {
                                 workload::Repetition::Natural);
 }
 
-// What differs between the kinds of entry.
+// The differences between the kinds of entry.
 template <typename Entry>
 struct KindOf;
 
@@ -60,7 +61,7 @@ struct KindOf<FullyQualifiedImportEntry> {
     static constexpr auto getter = &IImportList::getFullyQualifiedImportEntries;
 };
 
-// Contestants call a function with each visible entry.
+// Contestants call a function for each visible entry.
 
 template <typename Entry>
 class ByGleigem {
@@ -126,7 +127,7 @@ class ByModel {
     std::shared_ptr<model::List const> list;
 };
 
-// As many entries as are visible, in one vector: what `any_view` costs by itself.
+// As many entries as are visible, in one vector: the cost of `any_view` alone.
 template <typename Entry>
 class ByAnyViewAlone {
   public:
@@ -159,7 +160,8 @@ std::vector<Outcome> collect(Contestant const& contestant) {
     return outcomes;
 }
 
-// What the model says as far as it goes; deeper, what the loop says, which agrees with it there.
+// The result of the model up to its depth limit; beyond it, that of the loop, which agrees with the
+// model there.
 template <typename Entry>
 std::vector<Outcome> expectedEntries(workload::Scopes const& scopes) {
     return scopes.size() <= workload::deepestForModel ? collect(ByModel<Entry>(scopes))

@@ -18,9 +18,8 @@ namespace workload {
 
 namespace {
 
-// libstdc++ hashes bytes by MurmurHash64A: it mixes each block of eight into a state of 64 bits, by
-// steps of which each can be undone. So any text can be continued by one block that leads to a
-// state of choice.
+// libstdc++ hashes bytes by MurmurHash64A: it mixes each block of eight bytes into a state of 64
+// bits, in reversible steps. So any text can be extended by one block that leads to a chosen state.
 
 using Block = std::array<char16_t, 4>;
 
@@ -30,7 +29,7 @@ constexpr std::uint64_t multiplier = 0xC6A4A7935BD1E995;
 constexpr std::uint64_t inverseMultiplier = inverseOf(multiplier);
 static_assert(multiplier * inverseMultiplier == 1);
 
-// Undoes itself, since the shift is by more than half of the bits.
+// Inverts itself, since the shift is by more than half of the bits.
 constexpr std::uint64_t xorShift(std::uint64_t value) {
     return value ^ (value >> 47);
 }
@@ -45,7 +44,7 @@ constexpr std::uint64_t unmix(std::uint64_t mixed) {
 
 static_assert(unmix(mix(0x0123456789ABCDEF)) == 0x0123456789ABCDEF);
 
-// The state of the hash before \p text's last block, when that has yet to be appended.
+// The state of the hash before the last block of \p text, which is not yet appended.
 std::uint64_t stateBeforeLastBlock(std::u16string_view text) {
     std::uint64_t state = seed ^ ((text.size() + Block().size()) * sizeof(char16_t) * multiplier);
     for (; !text.empty(); text.remove_prefix(Block().size())) {
@@ -71,7 +70,7 @@ std::u16string_view textOf(Block const& block) {
     return {block.data(), block.size()};
 }
 
-// Four letters that say the number.
+// Four letters that encode the number.
 Block numbered(std::size_t number) {
     Block block;
     for (char16_t& unit : block) {

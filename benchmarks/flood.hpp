@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Names that an attacker would choose, and names as long that nobody chose.
+/// Names as an attacker would choose them, and random names of the same length.
 
 #include <cstddef>
 #include <string>
@@ -11,7 +11,7 @@
 
 namespace workload {
 
-/// How the names of a flood are made.
+/// How to choose the names of a flood.
 enum class Flood {
     /// All have one hash under std::hash of libstdc++, which has a fixed seed and can be inverted.
     Colliding,
@@ -19,9 +19,9 @@ enum class Flood {
     Random,
 };
 
-/// \p count distinct names: \p start, which has a multiple of four units, and eight more. They are
-/// identifiers where \p start is, or is empty.
-/// \throws std::logic_error when names do not collide: the standard library is another one.
+/// \p count distinct names: \p start, whose length must be a multiple of four units, and eight more
+/// units. They are identifiers if \p start is one or is empty.
+/// \throws std::logic_error if the names do not collide, which means another standard library.
 std::vector<std::u16string> makeFlood(Flood flood, std::size_t count,
                                       std::u16string_view start = {});
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// Has callgrind write down the instructions of each of several pieces of work under its name: of
-// lookups and parses; with the argument `growth`, of lists of growing size; with `flood`, of lists
-// whose names collide under the standard hash. Outside valgrind it does the same to no effect.
+// Makes callgrind count the instructions of several operations by name: lookups and parses; with
+// the argument `growth`, lists of growing size; with `flood`, lists whose names collide under the
+// standard hash. Without valgrind, it runs them without counting.
 
 #include "flood.hpp"
 #include "workload.hpp"
@@ -52,7 +52,7 @@ void countOnce(std::string const& name, Work work) {
     require(isRight, name);
 }
 
-// The same after it was done before, so that what happens but once is over.
+// The same after one uncounted run, so that one-time work is excluded.
 template <typename Work>
 void count(std::string const& name, Work work) {
     require(work(), name);
@@ -146,8 +146,7 @@ void countGrowth(std::vector<std::u16string> const& names, std::size_t size) {
     });
 }
 
-// What names can flood: each has an index of its own. Texts are put together so that only the one
-// collides.
+// The indexes that names can flood. Texts are composed so that only one index collides.
 struct FloodedIndex {
     std::string name;
     std::u16string start; ///< of the colliding text, and a multiple of four units

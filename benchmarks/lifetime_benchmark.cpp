@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// What it costs to copy lists and to destroy them, per entry.
+// The cost of copying and destroying lists, per entry.
 
 #include "floors/described_containers.hpp"
 #include "measurement.hpp"
@@ -25,7 +25,7 @@ namespace {
 
 using CheckAncestorList = lf::import::IImportList::CheckAncestorList;
 
-// One list with as many packages as fully qualified names.
+// One list with equally many packages and fully qualified names.
 workload::Scopes makeScope(std::size_t numberOfEntries) {
     workload::Draws draws;
     workload::NameSource names(draws);
@@ -102,7 +102,7 @@ void measure(benchmark::State& state, Timed timed, std::size_t numberOfEntries) 
     measurement.report(copies.size() * numberOfEntries);
 }
 
-// The innermost list's end is the end of the whole chain. Per list.
+// Destroying the innermost list destroys the whole chain. Per list.
 void measureChainDestruction(benchmark::State& state, std::size_t depth) {
     workload::Draws draws;
     workload::NameSource names(draws);

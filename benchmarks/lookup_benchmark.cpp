@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// What it costs to look a name up from the innermost of nested scopes, hit and miss.
+// The cost of looking up a name from the innermost of nested scopes, with and without a result.
 
 #include "floors/scope_maps.hpp"
 #include "measurement.hpp"
@@ -32,7 +32,7 @@ using workload::Answer;
 using workload::Keys;
 using workload::LookupWorkload;
 
-// The literal model under the names of the other contestants.
+// The reference model with the interface of the other contestants.
 class ModelLists {
   public:
     explicit ModelLists(workload::Scopes const& scopes) : list(workload::makeModelLists(scopes)) {}
@@ -98,7 +98,7 @@ LookupWorkload const& workloadOf(Chain chain) {
                      .first->second;
 }
 
-// Made and checked once per chain, and kept.
+// Created and checked once per chain.
 template <typename Contestant>
 Contestant const& contestantOf(Chain chain) {
     static std::mutex mutex;
@@ -116,8 +116,8 @@ Contestant const& contestantOf(Chain chain) {
     return contestant;
 }
 
-// Looks all names up in each iteration, so that even a single one is worth measuring: the suite
-// makes do with one where it is kept from the processor for long. Threads start at different names.
+// Looks up all names in each iteration, so that a single iteration is a valid measurement: the
+// suite runs only one if the processor is busy. Threads start at different names.
 template <typename Contestant, auto find>
 void measure(benchmark::State& state, Chain chain, Keys LookupWorkload::*keys) {
     auto const& contestant = contestantOf<Contestant>(chain);
@@ -176,7 +176,7 @@ void registerBesideAbsl(Chain chain) {
     registerContestant<floors::ScopeMaps<floors::AbslMap>>("absl_maps", chain);
 }
 
-// Readers that wrote to anything shared would slow each other down.
+// Readers that write shared data would slow each other down.
 void registerThreads(Chain chain) {
     for (int const threads : {1, 2}) {
         for (auto const& [subject, keys] :

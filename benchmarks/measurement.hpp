@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What every benchmark reports, and the end of a run that would time wrong results.
+/// The measurements of every benchmark, and a check that ends the program if results are wrong.
 
 #include <support/allocations.hpp>
 
@@ -14,20 +14,21 @@
 
 namespace benchmarks {
 
-/// Ends the program with \p what on standard error, unless it holds.
+/// Ends the program with \p what on standard error unless \p holds is true.
 void require(bool holds, std::string const& what);
 
 /// Adds a benchmark to the suite.
 benchmark::internal::Benchmark* add(std::string const& name,
                                     std::function<void(benchmark::State&)> const& run);
 
-/// Counts the allocations of a benchmark's loop beside its time. To be made right before the loop.
+/// Counts the allocations of a benchmark's loop as well as its time. Create it right before the
+/// loop.
 class Measurement {
   public:
     explicit Measurement(benchmark::State& itsState)
         : state(itsState), start(support::countAllocations()) {}
 
-    /// Leaves time and allocations out of account until resume().
+    /// Excludes time and allocations until resume().
     void pause() {
         state.PauseTiming();
         counted += support::countAllocations() - start;
@@ -38,7 +39,7 @@ class Measurement {
         state.ResumeTiming();
     }
 
-    /// Reports time and allocations per item. To be called right after the loop.
+    /// Reports time and allocations per item. Call it right after the loop.
     void report(std::size_t itemsPerIteration);
 
   private:

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The workload's scopes in the literal model.
+/// The workload's scopes in the reference model.
 
 #include "workload.hpp"
 

@@ -32,7 +32,7 @@ std::u16string capitalized(std::u16string_view word) {
     return text;
 }
 
-// Four words once in eight names, one word likewise; mostly two or three.
+// One in eight names has four words, one in eight has one word; the others have two or three.
 std::size_t drawNumberOfWords(Draws& draws) {
     static constexpr std::array<std::size_t, 8> shares{1, 2, 2, 2, 2, 3, 3, 4};
     return draws.oneOf(shares);

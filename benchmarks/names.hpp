@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The names that the benchmarks work on: drawn at random, yet the same in every run.
+/// Names for the benchmarks: random, but the same in every run.
 
 #include <array>
 #include <cstddef>
@@ -16,7 +16,7 @@
 
 namespace workload {
 
-/// Whole numbers from a fixed seed.
+/// Random integers from a fixed seed.
 class Draws {
   public:
     /// A number less than \p bound.
@@ -32,20 +32,20 @@ class Draws {
     std::mt19937_64 engine{20240229};
 };
 
-/// How the names of a program resemble each other.
+/// The similarity of the names of a program.
 enum class NameShape : std::uint8_t {
     /// `copyFrame`: one to four words in camel case.
     RandomWords,
-    /// `Shape0003N0007Factory`: of one length, with the same units at both ends.
+    /// `Shape0003N0007Factory`: all of one length, with the same units at both ends.
     Alike,
-    /// `AbstractQueryFilterListener`: words between prefixes and suffixes of which there are few.
+    /// `AbstractQueryFilterListener`: words between a few prefixes and suffixes.
     ClassNames,
 };
 
 inline constexpr auto nameShapes =
     std::to_array({NameShape::RandomWords, NameShape::Alike, NameShape::ClassNames});
 
-/// As names of benchmarks have it, such as `alike`.
+/// The name of the shape in benchmark names, such as `alike`.
 std::string_view toString(NameShape shape);
 
 /// Distinct identifiers, none of them a reserved word.
@@ -54,7 +54,7 @@ class NameSource {
     explicit NameSource(Draws& itsDraws, NameShape itsShape = NameShape::RandomWords)
         : draws(itsDraws), shape(itsShape) {}
 
-    /// A name that was not given before.
+    /// A name that was not returned before.
     std::u16string next();
 
     std::vector<std::u16string> take(std::size_t count);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// What a command costs, per argument: classification alone, which is what making a parser amounts
-// to, and classification with parsing. The end of the parser's life is part of either.
+// The cost of a command, per argument: classification alone, which is creating a parser, and
+// classification with parsing. Both include destroying the parser.
 
 #include "floors/copied_command.hpp"
 #include "measurement.hpp"
@@ -29,7 +29,7 @@ namespace {
 using lf::import::Behavior;
 using Texts = std::vector<std::u16string>;
 
-// Short texts all fit into a string object, long ones never do.
+// Short texts fit into a string object, long ones do not.
 enum class Length : std::uint8_t { Short, Long };
 
 std::u16string drawIdentifier(workload::Draws& draws, Length length) {
@@ -44,7 +44,7 @@ std::u16string drawIdentifier(workload::Draws& draws, Length length) {
     return text;
 }
 
-// What all arguments of a command are. In a pattern `a` stands for an identifier.
+// The form of all arguments of a command. In a pattern, `a` stands for an identifier.
 struct Form {
     std::string_view name;
     Behavior grammar;
@@ -86,7 +86,7 @@ Texts drawArguments(Form const& form, Length length, std::size_t count) {
     return texts;
 }
 
-// The commands of one form: what is timed and what it must yield.
+// The commands of one form: what to measure and the expected result.
 struct Subject {
     Form form;
     Length length;

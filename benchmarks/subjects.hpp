@@ -4,8 +4,8 @@
 /// \file
 /// The subjects of the benchmark suite, one source file each.
 ///
-/// Names read `subject/contestant/circumstance:value`; the library's own contestant is `gleigem`,
-/// the others are its floors and the literal model.
+/// Names have the form `subject/contestant/circumstance:value`. The library is the contestant
+/// `gleigem`; the others are its floors and the reference model.
 
 namespace benchmarks {
 

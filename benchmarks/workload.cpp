@@ -31,7 +31,7 @@ void repeatOne(Scopes const& enclosing, Draws& draws, Kind kind, std::u16string&
     }
 }
 
-// Each import of \p scope with a chance of one in eight.
+// Repeats each import of \p scope with a probability of one in eight.
 void repeatSome(Scopes const& enclosing, Draws& draws, Imports& scope) {
     for (Kind const kind : {&Imports::packages, &Imports::fullyQualified}) {
         for (std::u16string& import : scope.*kind) {

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What the benchmarks work on: scopes with their imports, import lists, names to look up in them.
+/// The data of the benchmarks: scopes with their imports, import lists, and names to look up.
 
 #include "names.hpp"
 
@@ -28,23 +28,23 @@ struct Imports {
 /// Nested scopes, outermost first.
 using Scopes = std::vector<Imports>;
 
-/// Whether scopes import some things that an enclosing scope imports already.
+/// Whether scopes repeat imports of enclosing scopes.
 enum class Repetition : std::uint8_t {
-    /// Every import of every scope is another.
+    /// All imports of all scopes are different.
     None,
     /// One import in eight repeats one of an enclosing scope.
     Natural,
 };
 
-/// \p depth scopes of \p importsPerScope imports each, one half packages and the other fully
-/// qualified names. No import of theirs is refused.
+/// \p depth scopes with \p importsPerScope imports each, half of them packages and half fully
+/// qualified names. No import is refused.
 Scopes makeScopes(NameSource& names, Draws& draws, std::size_t depth, std::size_t importsPerScope,
                   Repetition repetition);
 
-/// How many names are looked up in turn.
+/// The number of different names to look up.
 inline constexpr std::size_t numberOfKeys = 1'024;
 
-/// What a name must resolve to.
+/// The expected result of a lookup.
 struct Answer {
     /// The package, or the raw argument of the fully qualified name.
     std::u16string import;
@@ -53,17 +53,17 @@ struct Answer {
     friend bool operator==(Answer const&, Answer const&) = default;
 };
 
-/// Names to look up, drawn at random, each with its answer.
+/// Names to look up, in random order, with their answers.
 struct Keys {
     std::vector<std::u16string> names;
     std::vector<std::optional<Answer>> answers;
 };
 
-/// Scopes, and what to ask them.
+/// Scopes, and the names to look up in them.
 struct LookupWorkload {
     Scopes scopes;
     Keys misses;
-    /// Spread evenly over the scopes; empty when nothing of the kind is imported.
+    /// Spread evenly over the scopes; empty if nothing of the kind is imported.
     Keys packageHits;
     Keys fullyQualifiedHits;
 };
@@ -71,13 +71,13 @@ struct LookupWorkload {
 LookupWorkload makeLookupWorkload(std::size_t depth, std::size_t importsPerScope,
                                   NameShape shape = NameShape::RandomWords);
 
-/// The text behind the last dot.
+/// The text after the last dot.
 std::u16string introducedName(std::u16string const& rawArgument);
 
 /// The same imports in the library's import lists, one per scope.
 class ImportLists {
   public:
-    /// \throws std::logic_error when an import is refused.
+    /// \throws std::logic_error if an import is refused.
     explicit ImportLists(Scopes const& scopes);
 
     lf::import::IImportList const& innermost() const noexcept { return *list; }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Looks for a script that costs the explorer more output or memory than docs/explorer_limits.md
-/// promises, in any kind of report.
+/// Searches for scripts for which the explorer exceeds the limits on output or memory in
+/// docs/explorer_limits.md, in any kind of report.
 
 #include "input.hpp"
 

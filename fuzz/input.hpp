@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The bytes that a fuzz target is given, as choices or as texts.
+/// Interprets the input bytes of a fuzz target as choices or texts.
 
 #include <cstddef>
 #include <cstdint>
@@ -14,7 +14,7 @@
 
 namespace fuzz {
 
-/// Reads bytes from front to back; behind the last there are zeros.
+/// Reads bytes from front to back; after the last byte, it returns zeros.
 class Input {
   public:
     Input(std::uint8_t const* data, std::size_t size) noexcept : bytes(data, size) {}
@@ -37,8 +37,8 @@ class Input {
     std::span<std::uint8_t const> bytes;
 };
 
-/// Any sequence of UTF-16 texts, such that simple ones are written plainly: one text in a line,
-/// ASCII as itself; any other byte announces a code unit, which are the two bytes behind it.
+/// Any sequence of UTF-16 texts, with a readable form for simple ones: one text per line, ASCII as
+/// is; any other byte announces a code unit, given by the next two bytes.
 inline std::vector<std::u16string> takeLines(Input input) {
     std::vector<std::u16string> lines;
     if (!input.isEmpty()) {
@@ -58,7 +58,7 @@ inline std::vector<std::u16string> takeLines(Input input) {
     return lines;
 }
 
-/// Reports a finding and stops, which libFuzzer takes note of.
+/// Reports a finding and aborts, which libFuzzer detects.
 [[noreturn]] inline void fail(std::string_view finding) {
     std::cerr << finding << '\n';
     __builtin_trap();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Bytes as a program that makes lists and adds to them: after every step each list must answer as
-/// its twin in the model does.
+/// Interprets bytes as a program that creates lists and adds to them: after every step each list
+/// must give the same answers as the model.
 
 #include "input.hpp"
 

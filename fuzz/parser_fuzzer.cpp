@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Bytes as the arguments of a command: library and model must agree on its meaning, whichever
-/// grammar it is read by and however the arguments are handed over.
+/// Interprets bytes as the arguments of a command: library and model must agree on its meaning, for
+/// both grammars and both ways of passing the arguments.
 
 #include "input.hpp"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Bytes as a package specifier, which must survive being printed and read again, and as a script
-/// of the explorer, whose words must lie where they are said to lie.
+/// Interprets bytes as a package specifier, which must survive being printed and parsed again, and
+/// as a script of the explorer, whose words must be at the reported places.
 
 #include "input.hpp"
 
@@ -47,7 +47,7 @@ void checkSpecifier(std::u16string const& text) {
                   "a specifier prints as it is written");
 }
 
-/// A script and the bytes that it was read from, byte order mark and all.
+/// A script and the bytes that it was read from, including a byte order mark.
 class ReadScript {
   public:
     ReadScript(explorer::SourceFile const& source, std::string_view bytes,

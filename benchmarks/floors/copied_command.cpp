@@ -23,7 +23,7 @@ void expect(bool answer) {
     }
 }
 
-// Asks about every segment before the last.
+// Asks the platform about every segment before the last one.
 std::u16string_view lastSegment(std::u16string_view text) {
     for (auto dot = text.find(u'.'); dot != std::u16string_view::npos; dot = text.find(u'.')) {
         expect(lf::util::isValidIdentifier(text.substr(0, dot)));
@@ -51,7 +51,8 @@ void copyWildcard(Records& records, std::u16string const& text) {
     record.rawArgument = text;
 }
 
-// As a specifier from the start, so that the name is copied no more often than the entry keeps it.
+// Stored as a specifier from the start, so that the name is not copied more often than the entry
+// needs.
 void copySpecifier(Records& records, std::u16string const& text) {
     records.emplace_back(
         VersionedPackageImportArgument{PackageSpecifier(text, GetComponentVersionRangeFactory())});
@@ -63,7 +64,7 @@ void copyPackage(Records& records, std::u16string const& text) {
     copySpecifier(records, text);
 }
 
-// Makes the entry of a record.
+// Creates the entry of a record.
 struct ToEntry {
     std::vector<ParsedImportEntry>& entries;
     ImportArgumentIndex index;

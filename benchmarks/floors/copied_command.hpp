@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// The least that parsing a command can cost: the questions that must be put to the platform, and
-/// copies of the texts that the entries keep, in the vectors in which the parser keeps them.
+/// The minimal cost of parsing a command: the questions that the platform must answer, and copies
+/// of the texts that the entries store, in the same kinds of vectors as the parser's.
 
 #include <import/argument_parser.hpp>
 #include <import/arguments.hpp>
@@ -14,7 +14,7 @@
 
 namespace floors {
 
-/// What all arguments of a command are, which is known beforehand here. None is in error.
+/// The form of all arguments of a command, which is known in advance here. None is an error.
 enum class Form : std::uint8_t {
     FullyQualified,
     LegacyFullyQualified,
@@ -26,7 +26,7 @@ enum class Form : std::uint8_t {
 /// A command's arguments as records, then as entries.
 class CopiedCommand {
   public:
-    /// Fills the records, which is the share of classification.
+    /// Fills the records, which is the part of classification.
     CopiedCommand(cppcompat::span<std::u16string const> texts, Form form);
 
     /// Moves the texts of the records into entries.

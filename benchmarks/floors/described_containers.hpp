@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// What an import list keeps, filled by hand: the entries in vectors and their texts in hashed
-/// containers, without any of the questions that decide whether an entry may be added.
+/// The contents of an import list, filled by hand: the entries in vectors and their texts in hashed
+/// containers, without the checks that decide whether an entry may be added.
 
 #include <import/entries.hpp>
 
@@ -19,7 +19,7 @@ namespace floors {
 
 class DescribedContainers {
   public:
-    /// Stores the entry; a dotted one whose raw argument is there already is left out.
+    /// Stores the entry, unless it is dotted and its raw argument is already stored.
     void add(lf::import::ImportEntry&& entry) {
         if (auto* const package = std::get_if<lf::import::PackageImportEntry>(&entry)) {
             addPackage(std::move(*package));

@@ -3,7 +3,7 @@
 
 /// \file
 /// Nested scopes as plain structs with standard containers, enumerated by a hand-written loop and
-/// by nested views, both with the hiding tests of import lists.
+/// by nested views, both with the hiding rules of import lists.
 
 #include "workload.hpp"
 
@@ -21,7 +21,7 @@
 
 namespace floors {
 
-/// A name that sets are asked for, hashed once for all of them.
+/// A name to look up in sets, hashed once for all of them.
 struct HashedName {
     std::u16string_view text;
     std::size_t hash;
@@ -119,7 +119,7 @@ class PlainScopes {
         }
     }
 
-    /// The visible entries as each scope would compose them of its own and its parent's.
+    /// The visible entries, as each scope would combine its own with its parent's.
     template <typename Entry>
     ranges::any_view<Entry const&, ranges::category::forward> nestedViews() const;
 

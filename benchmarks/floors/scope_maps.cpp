@@ -32,7 +32,8 @@ ScopeMaps<Map>::ScopeMaps(workload::Scopes const& imports) {
     }
 }
 
-// An import of the other kind hides the ancestors' only in the scope that is asked.
+// An import of the other kind hides those of the ancestors only in the scope that the lookup starts
+// from.
 template <typename Map>
 std::optional<typename ScopeMaps<Map>::Place> ScopeMaps<Map>::find(std::u16string_view name,
                                                                    Introduced::Kind kind) const {

@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// The usual design for the same lookups: one hash map per scope, walked innermost outwards.
+/// The usual design for the same lookups: one hash map per scope, searched from the innermost scope
+/// outwards.
 
 #include "workload.hpp"
 
@@ -32,7 +33,7 @@ struct Introduced {
     std::size_t position;
 };
 
-/// Lets a map be asked with a view.
+/// Allows lookups with a view.
 template <typename Hash>
 struct TransparentHash : Hash {
     using is_transparent = void;
@@ -46,7 +47,7 @@ using AbslMap =
     absl::flat_hash_map<std::u16string, Introduced,
                         TransparentHash<absl::Hash<std::u16string_view>>, std::equal_to<>>;
 
-/// Nested scopes, asked from the innermost one. Answers as import lists do.
+/// Nested scopes, searched from the innermost one. Gives the same answers as import lists.
 template <typename Map>
 class ScopeMaps {
   public:
@@ -65,7 +66,7 @@ class ScopeMaps {
         std::vector<lf::import::FullyQualifiedImportEntry> fullyQualified;
     };
 
-    /// Where \p name is introduced by an import of the kind, in \p scope or an ancestor.
+    /// The place where \p name is introduced by an import of the kind, in \p scope or an ancestor.
     struct Place {
         Scope const* scope;
         std::size_t position;
