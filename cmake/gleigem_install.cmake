@@ -1,7 +1,6 @@
-# Installs the library with its public headers, and what find_package(gleigem) and pkg-config need to find it.
-# The platform goes along, the reference platform as well as one of the host's own, unless the host has found that
-# one installed already.
-# Component Runtime is what a program needs in order to run; Development, what it takes to build and debug one.
+# Installs the library with its public headers, and the files for find_package(gleigem) and pkg-config. Also installs
+# the platform, the reference platform or the host's own, unless the host has found an installed one. Component Runtime
+# contains what programs need at run time; Development, what is needed to build and debug them.
 
 include(CMakePackageConfigHelpers)
 
@@ -14,7 +13,7 @@ set(pkgconfig_libraries "-lgleigem")
 set(found_platform "")
 include(gleigem_install_platform)
 
-# The reference platform's own dependency is the user's as soon as the platform is a static library.
+# Users of a static platform library need the reference platform's dependency, too.
 set(pkgconfig_requirements "")
 set(static_dependencies "")
 if(gleigem_library_type STREQUAL STATIC AND NOT GLEIGEM_PLATFORM_TARGET)
@@ -22,7 +21,7 @@ if(gleigem_library_type STREQUAL STATIC AND NOT GLEIGEM_PLATFORM_TARGET)
     set(static_dependencies "find_dependency(ICU COMPONENTS uc)")
 endif()
 
-# The library finds a platform that lies beside it, wherever the two are put.
+# The library finds a platform in its own folder, wherever both are installed.
 if(APPLE)
     set_property(TARGET gleigem APPEND PROPERTY INSTALL_RPATH "@loader_path")
 elseif(NOT WIN32)
@@ -44,7 +43,7 @@ install(
     DESTINATION "${package_dir}"
     COMPONENT Development)
 
-# The test kit has a set of its own, since programs do not need what its static libraries do.
+# The test kit has its own set, since programs do not need the dependencies of its static libraries.
 set(testing_targets gleigem_host_testing)
 set(testing_dependencies "")
 if(TARGET gleigem_recorded)
@@ -75,8 +74,7 @@ install(FILES "${PROJECT_BINARY_DIR}/gleigemConfig.cmake"
         DESTINATION "${package_dir}"
         COMPONENT Development)
 
-# Relative to where the file lies, so that the installed tree can be moved; a folder that the packager gave as an
-# absolute one stays where it is.
+# Relative to the file, so that the installed tree can be moved; absolute folders given by the packager are kept.
 if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
     set(pkgconfig_prefix "${CMAKE_INSTALL_PREFIX}")
 else()
@@ -84,7 +82,7 @@ else()
     string(REGEX REPLACE "/$" "" pkgconfig_prefix "${pkgconfig_prefix}")
     string(PREPEND pkgconfig_prefix "\${pcfiledir}/")
 endif()
-# pkg-config itself writes a blank in pcfiledir as the shell reads it; those in absolute folders are written here.
+# pkg-config itself escapes blanks in pcfiledir; blanks in absolute folders are escaped here.
 foreach(folder LIBDIR INCLUDEDIR)
     cmake_path(APPEND pkgconfig_${folder} "\${prefix}" "${CMAKE_INSTALL_${folder}}")
     string(REPLACE " " "\\ " pkgconfig_${folder} "${pkgconfig_${folder}}")
@@ -96,7 +94,7 @@ install(
     DESTINATION "${pkgconfig_dir}"
     COMPONENT Development)
 
-# gdb finds the printers by the path of the library that is being debugged, so the one that it is installed to.
+# gdb finds the printers by the path of the library, so this uses the installed path.
 if(gleigem_library_type STREQUAL SHARED AND NOT WIN32 AND NOT APPLE)
     if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
         set(debugged_dir "${CMAKE_INSTALL_LIBDIR}")

@@ -1,5 +1,5 @@
-# Included by gleigem_install: adds the platform to installed_targets and pkgconfig_libraries, or names it in
-# found_platform where somebody else has installed it.
+# Included by gleigem_install: adds the platform to installed_targets and pkgconfig_libraries, or sets found_platform to
+# the name of an installed one.
 
 if(NOT GLEIGEM_PLATFORM_TARGET)
     list(APPEND installed_targets gleigem_platform)
@@ -18,7 +18,7 @@ if(NOT platform)
     set(platform ${GLEIGEM_PLATFORM_TARGET})
 endif()
 
-# What CMake says of a platform that cannot be installed names files that the host has never seen.
+# CMake's own errors for a platform that cannot be installed refer to files that the host does not know.
 set(remedy "docs/porting.md shows how; or turn GLEIGEM_INSTALL off.")
 get_target_property(file_sets ${platform} INTERFACE_HEADER_SETS)
 if(NOT HEADERS IN_LIST file_sets)

@@ -1,9 +1,9 @@
-# The Debian packages, one for each component of the installation: `cpack --preset release`, or `cpack -G DEB` in
-# any build tree that has been built. A build with debug information gives a package of debug symbols besides. Needs
-# dpkg-dev, file and Python.
+# The Debian packages, one for each component of the installation: `cpack --preset release`, or `cpack -G DEB` in any
+# build tree after building. A build with debug information also produces a package of debug symbols. Requires dpkg-dev,
+# file and Python.
 
-# A host's own platform is packaged by the host, a part of another project together with that, and a static library
-# with whoever links it.
+# A host packages its own platform; a parent project packages this project as part of itself; users of a static library
+# package it with their programs.
 if(GLEIGEM_PLATFORM_TARGET OR NOT PROJECT_IS_TOP_LEVEL OR NOT gleigem_library_type STREQUAL SHARED)
     return()
 endif()
@@ -21,7 +21,7 @@ if(TARGET import_explorer AND GLEIGEM_INSTALL_TOOLS)
     list(APPEND packages gleigem-tools)
 endif()
 
-# Only packages have these, each its own copy, as Debian asks for. The changelog comes to lie beside it.
+# Only packages contain these, one copy each, as Debian requires. The changelog is added to the same folder.
 file(READ LICENSE license)
 file(CONFIGURE OUTPUT copyright CONTENT "Copyright (C) The gleigem developers\n\n@license@" @ONLY)
 foreach(component package IN ZIP_LISTS components packages)
@@ -33,7 +33,7 @@ foreach(component package IN ZIP_LISTS components packages)
     set(CPACK_DEBIAN_${variable}_PACKAGE_NAME "${package}")
 endforeach()
 
-# The pages with the examples that they refer to, in the folders of the project, and the reference.
+# The documents with the examples that they refer to, in the same folders as in the project, and the reference.
 set(documentation "${CMAKE_INSTALL_DATADIR}/doc/gleigem-doc")
 install(
     FILES README.md SECURITY.md CHANGELOG.md
@@ -63,11 +63,11 @@ set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")
 set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
 set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/package/before_packing.cmake")
 set(CPACK_POST_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/package/after_packing.cmake")
-# What the scripts need.
+# Required by the scripts.
 set(CPACK_GLEIGEM_PYTHON "${Python3_EXECUTABLE}")
 set(CPACK_GLEIGEM_STRIP "${CMAKE_STRIP}")
 set(CPACK_GLEIGEM_CHANGELOG "${PROJECT_SOURCE_DIR}/CHANGELOG.md")
-# The project has no mailbox; who publishes packages says -DCPACK_PACKAGE_CONTACT="Name <address>".
+# The project has no mailbox; to publish packages, set -DCPACK_PACKAGE_CONTACT="Name <address>".
 if(NOT CPACK_PACKAGE_CONTACT)
     set(CPACK_PACKAGE_CONTACT "The gleigem developers <gleigem@localhost>")
 endif()
@@ -78,7 +78,7 @@ set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_SOURCE gleigem)
-# Each package has a summary of its own.
+# Each package has its own summary.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(description
     "Turns the arguments of a language's import command into typed entries or
@@ -86,7 +86,7 @@ precise diagnostics, and keeps the entries in one list per scope, which
 refuses conflicts, enumerates what is visible and looks names up.
 .")
 
-# CPack strips what it takes the symbols from.
+# CPack strips the files from which it extracts the symbols.
 if(CMAKE_BUILD_TYPE MATCHES "Deb")
     set(CPACK_DEBIAN_RUNTIME_DEBUGINFO_PACKAGE ON)
     set(CPACK_DEBIAN_TOOLS_DEBUGINFO_PACKAGE ON)
@@ -96,7 +96,7 @@ endif()
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-# Where the libraries are found while the dependencies of those that link them are worked out.
+# The folders in which dpkg-shlibdeps finds these libraries.
 foreach(target gleigem gleigem_platform)
     get_target_property(folder ${target} BINARY_DIR)
     list(APPEND CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${folder}")
@@ -110,7 +110,7 @@ set(CPACK_DEBIAN_RUNTIME_DESCRIPTION
 ${description}
 This package has the library and its reference platform.")
 
-# Without ICU's headers: only sources of the platform include them.
+# Without ICU's headers, which only the sources of the platform include.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "${runtime_package} (= ${PROJECT_VERSION}), librange-v3-dev")

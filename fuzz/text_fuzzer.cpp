@@ -39,12 +39,12 @@ void checkSpecifier(std::u16string const& text) {
         return;
     }
     std::u16string const written = specifier->ToString();
-    fuzz::require(readSpecifier(written) == specifier, "a specifier reads as it was written");
+    fuzz::require(readSpecifier(written) == specifier, "a specifier is parsed as written");
     fuzz::require(written.starts_with(specifier->Name()), "a specifier begins with its name");
     std::ostringstream stream;
     stream << *specifier;
     fuzz::require(stream.str() == fl::i18n::ustring_to_utf8(written),
-                  "a specifier prints as it is written");
+                  "a specifier is printed as written");
 }
 
 /// A script and the bytes that it was read from, including a byte order mark.
@@ -61,21 +61,21 @@ class ReadScript {
         }
         for (std::size_t index = 1; index < script.scopes.size(); ++index) {
             checkRange(script.scopes[index].range);
-            fuzz::require(script.scopes[index].parent < index, "a scope stands behind its parent");
+            fuzz::require(script.scopes[index].parent < index, "a scope follows its parent");
         }
         for (explorer::Diagnostic const& problem : script.problems) {
             checkRange(problem.range);
         }
         bool const areSorted = std::ranges::is_sorted(
             script.problems, {}, [](auto const& problem) { return problem.range.begin; });
-        fuzz::require(areSorted, "problems stand in source order");
+        fuzz::require(areSorted, "problems are in source order");
     }
 
   private:
     void checkRange(explorer::SourceRange const& range) const {
         fuzz::require(range.begin <= range.end && range.end <= text.size(),
-                      "a range lies within the file");
-        fuzz::require(range.line >= 1 && range.line <= numberOfLines, "a line is one of the file");
+                      "a range is within the file");
+        fuzz::require(range.line >= 1 && range.line <= numberOfLines, "a line exists in the file");
     }
 
     void checkWord(explorer::Word const& word) const {
@@ -83,7 +83,7 @@ class ReadScript {
         std::string_view const there =
             text.substr(word.range.begin, word.range.end - word.range.begin);
         fuzz::require(there == word.text || there == '"' + word.text + '"',
-                      "a word is what stands at its place");
+                      "a word is the text at its place");
     }
 
     void checkStatement(explorer::ImportCommand const& command) const {

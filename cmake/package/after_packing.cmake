@@ -1,5 +1,5 @@
-# Run by CPack when it has packed. The trigger has ldconfig called; CPack adds two scripts to a package of libraries
-# that call it as well, and Debian keeps the second one after a removal. They are taken out again.
+# Run by CPack after packing. The trigger calls ldconfig; CPack also adds two scripts that call it to packages of
+# libraries, and Debian keeps the second one after a removal. They are removed here.
 
 foreach(package IN LISTS CPACK_PACKAGE_FILES)
     execute_process(

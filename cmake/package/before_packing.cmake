@@ -3,22 +3,22 @@
 file(GLOB_RECURSE paths LIST_DIRECTORIES true "${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*")
 foreach(path IN LISTS paths)
     if(IS_DIRECTORY "${path}")
-        # Made under the umask of whoever packs.
+        # Created under the umask of the user.
         file(CHMOD "${path}" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ
                                          WORLD_EXECUTE)
     elseif(path MATCHES "\\.so\\.[0-9.]+$|/bin/[^/]+$" AND NOT IS_SYMLINK "${path}")
-        # What is installed finds the libraries by a search path of its own. In the folders of a package the loader
-        # looks anyway, and Debian wants no such path there.
+        # Installed programs find the libraries by a search path of their own. The loader searches the folders of
+        # packages anyway, and Debian does not allow such a path there.
         file(RPATH_REMOVE FILE "${path}")
     elseif(path MATCHES "\\.a$")
-        # CPack leaves these as they are, with the paths of the build tree in their debug information.
+        # CPack does not strip these, which contain the paths of the build tree in their debug information.
         execute_process(COMMAND "${CPACK_GLEIGEM_STRIP}" --strip-debug "${path}" COMMAND_ERROR_IS_FATAL ANY)
     elseif(path MATCHES "/man/man[1-9]/[^/]+\\.[1-9]$")
         execute_process(COMMAND gzip -9 --no-name "${path}" COMMAND_ERROR_IS_FATAL ANY)
     endif()
 endforeach()
 
-# Each package has the changelog, as Debian writes one.
+# Each package has the changelog in Debian's format.
 execute_process(
     COMMAND "${CPACK_GLEIGEM_PYTHON}" "${CMAKE_CURRENT_LIST_DIR}/debian_changelog.py" "${CPACK_GLEIGEM_CHANGELOG}"
             "${CPACK_PACKAGE_VERSION}" "${CPACK_PACKAGE_CONTACT}"
