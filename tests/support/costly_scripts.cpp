@@ -139,6 +139,18 @@ constexpr CostlyScript scripts[] = {
     {"a long use", [](std::size_t size) { return "use " + copies(size, "図"); }, 5000, 600},
     {"names that are printed as their numbers",
      [](std::size_t size) { return copies(size, "import \x1b\x1b\x1b\n"); }, 500, 60},
+    {"unused imports each of which has a fix when the one before is gone",
+     [](std::size_t size) {
+         std::string const packages =
+             repeat(size, [](Number n) { return "import p" + n + "\nuse p" + n + "\n"; });
+         std::string names;
+         for (std::size_t number = 1; number < size; ++number) {
+             names += "scope s {\nimport p" + std::to_string(number + 1) + ".p" +
+                      std::to_string(number) + "\n}\n";
+         }
+         return "scope p {\n" + packages + "}\n" + names;
+     },
+     40, 25, true},
 };
 
 } // namespace

@@ -21,6 +21,8 @@ struct CostlyScript {
     std::size_t size;
     /// The size for counting instructions, which is slow under valgrind.
     std::size_t sizeToCount;
+    /// Whether it is the fixes that take instructions.
+    bool isToBeFixed = false;
 
     friend void PrintTo(CostlyScript const& script, std::ostream* stream) { *stream << script.why; }
 };

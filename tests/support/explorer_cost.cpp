@@ -4,6 +4,7 @@
 #include <support/counted_memory.hpp>
 
 #include <import_explorer/analysis.hpp>
+#include <import_explorer/fixes.hpp>
 #include <import_explorer/json_report.hpp>
 #include <import_explorer/sarif_report.hpp>
 #include <import_explorer/source_file.hpp>
@@ -47,7 +48,7 @@ std::unique_ptr<IReport> createReport(ITextSink& sink, KindOfReport const& kind)
 
 std::vector<KindOfReport> const kindsOfReport{
     {"--unused", KindOfReport::Format::Text, false, false, true},
-    {"--unused --scopes", KindOfReport::Format::Text, true, false, true},
+    drawnReport,
     {"--unused --scopes --json", KindOfReport::Format::Json, true, false, true},
     {"--unused --format sarif", KindOfReport::Format::Sarif, false, false, true},
     {"--unused --scopes --packages off", KindOfReport::Format::Text, true, false, false},
@@ -70,11 +71,13 @@ ExplorerCost costOf(std::string const& script, KindOfReport const& kind) {
     if (auto const* failure = std::get_if<LoadFailure>(&loaded)) {
         finish(*failure);
     } else {
-        finish(analyse(std::move(std::get<SourceFile>(loaded)),
-                       {kind.readsLines ? SourceSyntax::Lines : SourceSyntax::Script,
-                        kind.hasPackageImports ? Behavior::WithPackageImports
-                                               : Behavior::WithoutPackageImports,
-                        kind.hasScopes, !kind.readsLines}));
+        auto& source = std::get<SourceFile>(loaded);
+        AnalysisOptions const how{kind.readsLines ? SourceSyntax::Lines : SourceSyntax::Script,
+                                  kind.hasPackageImports ? Behavior::WithPackageImports
+                                                         : Behavior::WithoutPackageImports,
+                                  kind.hasScopes, !kind.readsLines};
+        finish(kind.appliesFixes ? analyseAndFix(std::move(source), how).file
+                                 : analyse(std::move(source), how));
     }
     return {sink.size, meter.peak()};
 }

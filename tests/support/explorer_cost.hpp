@@ -21,8 +21,15 @@ struct KindOfReport {
     bool hasScopes = false;
     bool readsLines = false;
     bool hasPackageImports = true;
+    /// Whether the report is about what fixes leave.
+    bool appliesFixes = false;
 };
 
+inline constexpr KindOfReport drawnReport{"--unused --scopes", KindOfReport::Format::Text, true};
+inline constexpr KindOfReport reportAfterFixes{
+    "--unused --fix", KindOfReport::Format::Text, false, false, true, true};
+
+/// Those of scripts as they are.
 extern std::vector<KindOfReport> const kindsOfReport;
 
 /// In bytes.

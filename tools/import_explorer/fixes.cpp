@@ -432,14 +432,15 @@ FixedText applyFixes(AnalysedFile const& file) {
 
 FixedFile analyseAndFix(SourceFile source, AnalysisOptions const& options) {
     std::string const name = source.name();
-    FixedFile result{analyse(std::move(source), options), 0};
-    while (true) {
-        FixedText fixed = applyFixes(result.file);
+    std::size_t fixes = 0;
+    for (std::size_t round = 0;; ++round) {
+        AnalysedFile file = analyse(std::move(source), options);
+        FixedText fixed = round < mostRoundsOfFixes ? applyFixes(file) : FixedText();
         if (fixed.fixes == 0) {
-            return result;
+            return {std::move(file), fixes};
         }
-        result.fixes += fixed.fixes;
-        result.file = analyse(SourceFile(name, std::move(fixed.text)), options);
+        fixes += fixed.fixes;
+        source = SourceFile(name, std::move(fixed.text));
     }
 }
 

@@ -53,14 +53,19 @@ struct FixedText {
 /// Applies every fix of the diagnostics of \p file.
 FixedText applyFixes(AnalysedFile const& file);
 
-/// A file with no fixes left.
+/// Fixes are applied in at most so many rounds, each with an analysis of the text that the one
+/// before left: a script could have a round for each of its lines, which takes quadratic time.
+inline constexpr std::size_t mostRoundsOfFixes = 16;
+
+/// A file after its fixes.
 struct FixedFile {
     AnalysedFile file;
     /// The number of fixes applied.
     std::size_t fixes = 0;
 };
 
-/// Analyses \p source and applies fixes until none is left, since one fix can enable another.
+/// Analyses \p source and applies fixes until none is left, since one fix can enable another, or
+/// after the last round; then the diagnostics of the file still have some.
 FixedFile analyseAndFix(SourceFile source, AnalysisOptions const& options);
 
 } // namespace explorer

@@ -152,6 +152,37 @@ TEST(Fixes, AreCounted) {
     EXPECT_EQ(fixed.file.source.text(), "import p\nuse p\n");
 }
 
+/// Each import can go when the one before has gone: until then its name may hide a package.
+std::string makeChain(std::size_t length) {
+    std::string packages;
+    std::string names;
+    for (std::size_t number = 1; number <= length; ++number) {
+        std::string const package = "p" + std::to_string(number);
+        packages.append("import ").append(package).append("\nuse ").append(package).append("\n");
+        names += "scope s {\nimport p" + std::to_string(number + 1) + "." + package + "\n}\n";
+    }
+    return "scope p {\n" + packages + "}\n" + names;
+}
+
+TEST(Fixes, AreAppliedAsLongAsOneEnablesAnother) {
+    FixedFile const fixed =
+        analyseAndFix(SourceFile("any", makeChain(mostRoundsOfFixes)), optionsFor(true));
+    EXPECT_EQ(fixed.fixes, mostRoundsOfFixes);
+    EXPECT_TRUE(fixed.file.diagnostics.empty());
+}
+
+TEST(Fixes, AreLeftToTheNextRunAfterTheLastRound) {
+    FixedFile const fixed =
+        analyseAndFix(SourceFile("any", makeChain(mostRoundsOfFixes + 3)), optionsFor(true));
+    EXPECT_EQ(fixed.fixes, mostRoundsOfFixes);
+    ASSERT_EQ(fixed.file.diagnostics.size(), 3U);
+    EXPECT_TRUE(fixed.file.diagnostics.front().fix);
+    FixedFile const next =
+        analyseAndFix(SourceFile("any", std::string(fixed.file.source.text())), optionsFor(true));
+    EXPECT_EQ(next.fixes, 3U);
+    EXPECT_TRUE(next.file.diagnostics.empty());
+}
+
 TEST(Fixes, HaveWords) {
     EXPECT_EQ(wordsFor({{}, {}}), "remove this import");
     EXPECT_EQ(wordsFor({{}, "a2"}), "import it as '{1}'");

@@ -21,9 +21,8 @@ namespace {
 using support::CostlyScript;
 using workload::Flood;
 
-void measure(std::string const& script, std::string const& name) {
-    // Drawn and with scopes, where the explorer does most.
-    support::KindOfReport const& kind = support::kindsOfReport.at(1);
+void measure(std::string const& script, support::KindOfReport const& kind,
+             std::string const& name) {
     {
         support::CountedInstructions const counting;
         static_cast<void>(support::costOf(script, kind));
@@ -35,6 +34,8 @@ void measureGrowth(CostlyScript const& script) {
     for (std::size_t const factor : support::growthFactors) {
         std::size_t const size = factor * script.sizeToCount;
         measure(script.make(size),
+                // The explorer does most to draw scopes.
+                script.isToBeFixed ? support::reportAfterFixes : support::drawnReport,
                 "growth: " + std::string(script.why) + ": " + std::to_string(size));
     }
 }
@@ -53,7 +54,7 @@ std::string makeScript(Flood flood) {
 }
 
 void measureFlood(Flood flood, std::string_view names) {
-    measure(makeScript(flood), "flood: the explorer: " + std::string(names));
+    measure(makeScript(flood), support::drawnReport, "flood: the explorer: " + std::string(names));
 }
 
 } // namespace
