@@ -16,7 +16,7 @@ declare -A variants=(
     [clang-lto]="the newest clang, -flto, lld"
     [static]="BUILD_SHARED_LIBS=OFF, with the unit tests"
     [static-own-platform]="BUILD_SHARED_LIBS=OFF on a host's own platform"
-    [unity]="CMAKE_UNITY_BUILD=ON, with the unit tests"
+    [unity]="CMAKE_UNITY_BUILD=ON, with the tool and the unit tests"
     [debug-mode]="-D_GLIBCXX_DEBUG, with the unit tests"
     [makefiles]="Unix Makefiles"
     [dh]="Debian's own way: dpkg-buildpackage with debhelper"
@@ -87,9 +87,10 @@ shared_library() {
     use_by_pkg_config
 }
 
-# unit_tested OPTION...: a build with the unit tests, which run with the given emulator.
+# unit_tested OPTION...: a build with the unit tests, which run with the given emulator. Little optimization: the tests
+# are large, and compiling them takes most of the time.
 unit_tested() {
-    configure "${tested[@]}" "$@"
+    configure "${tested[@]}" -DCMAKE_CXX_FLAGS_RELEASE="-O1 -DNDEBUG" "$@"
     cmake --build "$tree" --target "${unit_tests[@]}"
     local test
     for test in "${unit_tests[@]}"; do
@@ -102,7 +103,12 @@ variant_lto() { shared_library -DCMAKE_CXX_FLAGS=-flto; }
 variant_ipo() { shared_library -DCMAKE_INTERPROCEDURAL_OPTIMIZATION=ON; }
 variant_makefiles() { generator="Unix Makefiles" shared_library; }
 variant_cxx23() { shared_library -DCMAKE_CXX_STANDARD=23 -DCMAKE_CXX_FLAGS=-fvisibility=hidden; }
-variant_unity() { unit_tested -DCMAKE_UNITY_BUILD=ON && check_exported_names; }
+
+variant_unity() {
+    unit_tested -DCMAKE_UNITY_BUILD=ON -DGLEIGEM_BUILD_TOOLS=ON
+    cmake --build "$tree" --target import_explorer
+    check_exported_names
+}
 
 # Containers of this mode are other types, so GoogleTest is built in it, too, and the tests of the platform and the
 # host kit are left out, which need a RapidCheck that Debian has in one mode only.
@@ -122,8 +128,10 @@ variant_clang-lto() {
     shared_library -DCMAKE_CXX_COMPILER="$clang" -DCMAKE_CXX_FLAGS="-flto -fuse-ld=lld"
 }
 
+# Without the tests the second time: what is installed is all there is to build.
 variant_static() {
     unit_tested -DBUILD_SHARED_LIBS=OFF
+    configure "${bare[@]}" -DBUILD_SHARED_LIBS=OFF
     cmake --build "$tree"
     use_installed
     use_by_pkg_config --static
@@ -160,7 +168,7 @@ variant_dh() {
     mkdir -p "$source"
     git archive HEAD | tar --extract --directory "$source"
     cp -r tests/packaging/dh/debian "$source"
-    cp LICENSE "$source/debian/copyright"
+    { printf 'Copyright (C) The gleigem developers\n\n' && cat LICENSE; } >"$source/debian/copyright"
     /usr/bin/python3 cmake/package/debian_changelog.py CHANGELOG.md 0.1.0 \
         "$(sed -n 's/^Maintainer: //p' "$source/debian/control")" >"$source/debian/changelog"
     (cd "$source" && dpkg-buildpackage --build=binary --no-sign)
@@ -193,8 +201,8 @@ variant_strange-path() {
     rm -rf "$source"
     mkdir -p "$source"
     git archive HEAD | tar --extract --directory "$source"
-    tree=$source/build/tree
-    configure -DCMAKE_BUILD_TYPE=Debug
+    tree=$source/build/dev
+    cmake -S "$source" --preset dev
     cmake --build "$tree"
     ctest --test-dir "$tree" --output-on-failure --exclude-regex 'Random|Exhaustive|Hostile|Headers|Libcxx|SecondPlatform'
 }

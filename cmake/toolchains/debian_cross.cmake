@@ -21,6 +21,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+# CMake asks the compiler for the folder, whose answer is another one where the packages are another processor's.
+list(APPEND CMAKE_PREFIX_PATH "/usr/lib/${GLEIGEM_CROSS_FOLDER}/cmake")
 string(CONCAT CMAKE_CXX_FLAGS_INIT "-isystem \"${GLEIGEM_CROSS_ROOT}/usr/include\" "
               "-isystem \"${GLEIGEM_CROSS_ROOT}/usr/include/${GLEIGEM_CROSS_FOLDER}\"")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-Wl,-rpath-link,\"${GLEIGEM_CROSS_ROOT}/usr/lib/${GLEIGEM_CROSS_FOLDER}\"")

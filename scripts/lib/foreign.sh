@@ -22,9 +22,7 @@ CONFIGURATION
         cd "$folder"
         export APT_CONFIG=$PWD/apt.conf
         apt-get -qq update || true # what is missing is missed below
-        for package in "${foreign_packages[@]}"; do
-            apt-get -qq download "$package"
-        done
+        apt-get -qq download "${foreign_packages[@]}"
         for package in *.deb; do
             dpkg-deb --extract "$package" root
         done
