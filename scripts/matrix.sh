@@ -125,7 +125,8 @@ variant_clang-lto() {
     local clang
     clang=$(newest clang++) || skip "no clang++ is here"
     need "ld.lld${clang#clang++}"
-    shared_library -DCMAKE_CXX_COMPILER="$clang" -DCMAKE_CXX_FLAGS="-flto -fuse-ld=lld"
+    shared_library -DCMAKE_CXX_COMPILER="$clang" -DCMAKE_CXX_FLAGS=-flto -DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld \
+        -DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld
 }
 
 # Without the tests the second time: what is installed is all there is to build.
