@@ -15,13 +15,13 @@ namespace {
 using lf::import::Behavior;
 
 constexpr char const* description =
-    "Shows what the import commands of scripts mean, and what is wrong with them.";
+    "Shows what the import commands of scripts mean, and reports their errors.";
 
 // help2man generates the manual page from this text.
 constexpr char const* footer = R"(Scripts consist of
   import ARGUMENT...          a command, whose imports are added to the scope that contains it
   dynamic import ARGUMENT...  the same, but added dynamically
-  use NAME                    a question: what is NAME here?
+  use NAME                    looks up NAME and shows what it means here
   scope NAME { ... }          a scope inside the enclosing one
 and comments, from # or // to the end of the line. A statement ends with its line or with a semicolon.
 
@@ -33,8 +33,8 @@ Examples:
 Exit status:
   0  no errors
   1  errors in the input, or something could not be read or fixed
-  2  a wrong command line, or the output could not be written
-  3  memory did not suffice)";
+  2  an invalid command line, or the output could not be written
+  3  out of memory)";
 
 Behavior toBehavior(std::string const& packages) {
     if (packages == "on") {
@@ -51,8 +51,7 @@ ReportFormat toFormat(std::string const& format) {
 }
 
 Notice usageError(std::string const& problem) {
-    return {"import_explorer: error: " + problem +
-                "\nRun 'import_explorer --help' to see how it is used.\n",
+    return {"import_explorer: error: " + problem + "\nRun 'import_explorer --help' for usage.\n",
             ExitStatus::Failure};
 }
 
@@ -79,7 +78,7 @@ std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
         ->check(CLI::IsMember({"on", "off", "follow"}))
         ->take_last()
         ->option_text("on|off|follow");
-    app.add_option("--feature", feature, "How the feature switch is set; the default is on")
+    app.add_option("--feature", feature, "State of the feature switch; the default is on")
         ->check(CLI::IsMember({"on", "off"}))
         ->take_last()
         ->option_text("on|off");
@@ -88,14 +87,13 @@ std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
                      "Show what each scope imports, inherits and hides, as of the end of the file");
     CLI::Option* const unused =
         app.add_flag("--unused", options.showsUnusedImports,
-                     "Warn of imports that no 'use' reaches, and of repeated ones");
+                     "Warn about imports that no 'use' reaches, and about repeated ones");
     CLI::Option* const fix =
         app.add_flag("--fix", options.appliesFixes,
-                     "Change the files by the fixes that the report would show, and report on "
-                     "what is left");
+                     "Apply the fixes to the files, and report the remaining problems");
     app.add_flag("--lines", readsLines,
                  "Read any text: each line that begins with the word 'import' is a command, "
-                 "and\nof folders all files are read; commands are parsed only")
+                 "which\nis only parsed; in folders, all files are read")
         ->excludes(scopes)
         ->excludes(unused)
         ->excludes(fix);
@@ -119,10 +117,10 @@ std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
         return usageError(error.what());
     }
     if (options.paths.empty()) {
-        return usageError("nothing to read: name files or folders, or - for standard input");
+        return usageError("no input: name files or folders, or - for standard input");
     }
     if (options.appliesFixes && std::ranges::count(options.paths, standardInputPath) > 0) {
-        return usageError("--fix changes files: standard input is none");
+        return usageError("--fix changes files, so it cannot be used with standard input");
     }
     options.behavior = toBehavior(packages);
     options.isFeatureOn = feature == "on";
