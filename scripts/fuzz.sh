@@ -42,7 +42,12 @@ fuzz() {
         "$(sed -nE 's/^INFO: Loaded .*\(([0-9]+) inline.*/\1/p' "$log" | head -n 1)"
 }
 
-step "fuzzing each target for $seconds s"
+step "fuzzing all targets for $seconds s"
+runs=()
 for target in "${targets[@]}"; do
-    fuzz "$target"
+    fuzz "$target" &
+    runs+=($!)
+done
+for run in "${runs[@]}"; do
+    wait "$run"
 done

@@ -6,7 +6,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
 presets=(tsan asan clang dev)
-seconds_of_fuzzing=15
+seconds_of_fuzzing=30
 
 require_packages "${test_packages[@]}" "${lint_packages[@]}" "${fuzz_packages[@]}" "${benchmark_packages[@]}" \
     "${abi_packages[@]}"
