@@ -558,7 +558,7 @@ TEST_F(Program, SaysThatSomethingNamedLikeAScriptIsNoFile) {
     EXPECT_EQ(outcome.status, 1);
 }
 
-#ifndef __SANITIZE_ADDRESS__
+#ifndef GLEIGEM_SANITIZER
 
 TEST_F(Program, GoesOnWithTheNextFileWhenMemoryDoesNotSuffice) {
     std::string costly;
