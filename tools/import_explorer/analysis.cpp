@@ -264,45 +264,31 @@ std::vector<Diagnostic> findScopesWithoutList(AnalysedFile const& file,
     return errors;
 }
 
-std::vector<Diagnostic> findUnusedImports(AnalysedFile const& file) {
+/// Warnings of imports that no use reaches or that repeat another.
+std::vector<Diagnostic> findNeedlessImports(AnalysedFile const& file) {
     std::vector<Diagnostic> warnings;
     for (std::size_t command = 0; command < file.commands.size(); ++command) {
         AnalysedCommand const& analysed = file.commands[command];
         for (AnalysedEntry const& entry : analysed.entries) {
-            if (entry.outcome != EntryOutcome::Added || entry.isUsed) {
+            bool const isRepeated = entry.outcome == EntryOutcome::Repeated;
+            if (!isRepeated && (entry.outcome != EntryOutcome::Added || entry.isUsed)) {
                 continue;
             }
-            warnings.push_back({lf::import::Severity::Warning,
-                                {},
-                                "no 'use' reaches the import of '{1}'",
-                                {entry.text},
-                                analysed.command.arguments.at(entry.argument).range,
-                                command,
-                                entry.argument,
-                                {},
-                                Finding::UnusedImport});
-        }
-    }
-    return warnings;
-}
-
-std::vector<Diagnostic> findRepeatedImports(AnalysedFile const& file) {
-    std::vector<Diagnostic> warnings;
-    for (std::size_t command = 0; command < file.commands.size(); ++command) {
-        AnalysedCommand const& analysed = file.commands[command];
-        for (AnalysedEntry const& entry : analysed.entries) {
-            if (entry.outcome != EntryOutcome::Repeated) {
-                continue;
+            Diagnostic warning;
+            warning.severity = lf::import::Severity::Warning;
+            warning.arguments = {entry.text};
+            warning.range = analysed.command.arguments.at(entry.argument).range;
+            warning.command = command;
+            warning.argument = entry.argument;
+            if (isRepeated) {
+                warning.finding = Finding::RepeatedImport;
+                warning.words = "this scope already imports '{1}'";
+                warning.note = Note{Note::Kind::Repeats, entry.earlier.value()};
+            } else {
+                warning.finding = Finding::UnusedImport;
+                warning.words = "no 'use' reaches the import of '{1}'";
             }
-            warnings.push_back({lf::import::Severity::Warning,
-                                {},
-                                "this scope already imports '{1}'",
-                                {entry.text},
-                                analysed.command.arguments.at(entry.argument).range,
-                                command,
-                                entry.argument,
-                                Note{Note::Kind::Repeats, entry.earlier.value()},
-                                Finding::RepeatedImport});
+            warnings.push_back(std::move(warning));
         }
     }
     return warnings;
@@ -365,9 +351,8 @@ AnalysedFile analyse(SourceFile source, AnalysisOptions const& options) {
                                               findScopesWithoutList(file, importScopes));
     }
     if (options.warnsOfUnusedImports) {
-        file.diagnostics = mergeInSourceOrder(std::move(file.diagnostics), findUnusedImports(file));
         file.diagnostics =
-            mergeInSourceOrder(std::move(file.diagnostics), findRepeatedImports(file));
+            mergeInSourceOrder(std::move(file.diagnostics), findNeedlessImports(file));
     }
     proposeFixes(file);
     if (options.syntax == SourceSyntax::Script && options.viewsScopes) {

@@ -53,6 +53,14 @@ std::string toText(AnalysedFile const& file, Diagnostic const& diagnostic) {
     return text;
 }
 
+std::vector<std::string> diagnosticsOf(AnalysedFile const& file) {
+    std::vector<std::string> texts;
+    for (Diagnostic const& diagnostic : file.diagnostics) {
+        texts.push_back(toText(file, diagnostic));
+    }
+    return texts;
+}
+
 struct UseCase {
     std::string_view why;
     std::string_view script;
@@ -149,11 +157,7 @@ class Refusals : public testing::TestWithParam<RefusalCase> {};
 
 TEST_P(Refusals, PointAtTheEarlierImport) {
     AnalysedFile const file = analyseScript(std::string(GetParam().script));
-    std::vector<std::string> diagnostics;
-    for (Diagnostic const& diagnostic : file.diagnostics) {
-        diagnostics.push_back(toText(file, diagnostic));
-    }
-    EXPECT_EQ(diagnostics, GetParam().diagnostics);
+    EXPECT_EQ(diagnosticsOf(file), GetParam().diagnostics);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -215,15 +219,22 @@ TEST(Analysis, WarnsOfImportsThatNoUseReachesOrThatRepeatAnother) {
                                             "import r\nimport w.*\nuse b\nuse r.x\n"
                                             "scope s {\nimport x.* x.y\nuse y\n}",
                                             true);
-    std::vector<std::string> diagnostics;
-    for (Diagnostic const& diagnostic : file.diagnostics) {
-        diagnostics.push_back(toText(file, diagnostic));
-    }
-    EXPECT_EQ(diagnostics, (std::vector<std::string>{"1:12 this scope already imports 'a.b' -> 1:8",
-                                                     "1:16 no 'use' reaches the import of 'a.c'",
-                                                     "2:17 IncorrectNumberOfAlias",
-                                                     "4:8 no 'use' reaches the import of 'w.*'",
-                                                     "8:8 no 'use' reaches the import of 'x.*'"}));
+    EXPECT_EQ(diagnosticsOf(file),
+              (std::vector<std::string>{"1:12 this scope already imports 'a.b' -> 1:8",
+                                        "1:16 no 'use' reaches the import of 'a.c'",
+                                        "2:17 IncorrectNumberOfAlias",
+                                        "4:8 no 'use' reaches the import of 'w.*'",
+                                        "8:8 no 'use' reaches the import of 'x.*'"}));
+}
+
+/// The library's warning comes first: it may be the reason that nothing uses the import.
+TEST(Analysis, WarnsOfWhatAnImportIsBeforeItWarnsThatNoUseReachesIt) {
+    AnalysedFile const file =
+        analyse(SourceFile("some.import", "import a.for"),
+                {SourceSyntax::Script, lf::import::Behavior::WithoutPackageImports, false, true});
+    EXPECT_EQ(diagnosticsOf(file),
+              (std::vector<std::string>{"1:8 KeywordInImportArgumentWarning",
+                                        "1:8 no 'use' reaches the import of 'a.for'"}));
 }
 
 TEST(Analysis, ViewsWhatAScopeInheritsAndHides) {
