@@ -176,14 +176,12 @@ class FixFinder {
     explicit FixFinder(AnalysedFile const& analysed)
         : file(analysed), removals(analysed), aliases(analysed) {}
 
+    /// \param diagnostic one that may have a fix.
     std::optional<Fix> find(Diagnostic const& diagnostic) {
-        if (diagnostic.key == keyOfRedeclaredPackage) {
-            return mendRedeclaredPackage(entryOf(file, diagnostic));
-        }
-        if (!diagnostic.key.empty() || !diagnostic.argument) {
-            return std::nullopt;
-        }
         EntryReference const reference = entryOf(file, diagnostic);
+        if (diagnostic.key == keyOfRedeclaredPackage) {
+            return mendRedeclaredPackage(reference);
+        }
         bool const isRemovable =
             diagnostic.finding == Finding::RepeatedImport || removals.allow(reference);
         return isRemovable ? std::optional(Fix{reference, {}}) : std::nullopt;
@@ -192,8 +190,8 @@ class FixFinder {
   private:
     std::optional<Fix> mendRedeclaredPackage(EntryReference const& reference) {
         AnalysedEntry const& entry = file.at(reference);
-        if (!entry.earlier || file.at(*entry.earlier).text == entry.text) {
-            return entry.earlier ? std::optional(Fix{reference, {}}) : std::nullopt;
+        if (file.at(entry.earlier.value()).text == entry.text) {
+            return Fix{reference, {}};
         }
         AnalysedCommand const& analysed = file.commands.at(reference.command);
         std::optional<std::string> alias =
