@@ -58,67 +58,39 @@ std::ostream& operator<<(std::ostream& stream, Question const& question) {
 }
 
 Question featureSwitch() {
-    return {};
+    return {.service = Service::FeatureSwitch};
 }
 
 Question identifier(std::u16string text) {
-    Question question;
-    question.service = Service::Identifier;
-    question.text = std::move(text);
-    return question;
+    return {.service = Service::Identifier, .text = std::move(text)};
 }
 
 Question reservedWord(std::u16string text, int selector) {
-    Question question;
-    question.service = Service::ReservedWord;
-    question.text = std::move(text);
-    question.selector = selector;
-    return question;
+    return {.service = Service::ReservedWord, .text = std::move(text), .selector = selector};
 }
 
 Question rangeFactory() {
-    Question question;
-    question.service = Service::RangeFactory;
-    return question;
+    return {.service = Service::RangeFactory};
 }
 
 Question specifier(std::u16string text) {
-    Question question;
-    question.service = Service::Specifier;
-    question.text = std::move(text);
-    return question;
+    return {.service = Service::Specifier, .text = std::move(text)};
 }
 
 Question specifierText(std::u16string text) {
-    Question question;
-    question.service = Service::SpecifierText;
-    question.text = std::move(text);
-    return question;
+    return {.service = Service::SpecifierText, .text = std::move(text)};
 }
 
 Question numberOfArguments(std::string tree, lf::astapi::NodeHandle command) {
-    Question question;
-    question.service = Service::NumberOfArguments;
-    question.tree = std::move(tree);
-    question.node = command;
-    return question;
+    return {.service = Service::NumberOfArguments, .tree = std::move(tree), .node = command};
 }
 
 Question argument(std::string tree, lf::astapi::NodeHandle command, std::size_t index) {
-    Question question;
-    question.service = Service::Argument;
-    question.tree = std::move(tree);
-    question.node = command;
-    question.index = index;
-    return question;
+    return {.service = Service::Argument, .tree = std::move(tree), .node = command, .index = index};
 }
 
 Question argumentText(std::string tree, lf::astapi::NodeHandle argument) {
-    Question question;
-    question.service = Service::ArgumentText;
-    question.tree = std::move(tree);
-    question.node = argument;
-    return question;
+    return {.service = Service::ArgumentText, .tree = std::move(tree), .node = argument};
 }
 
 bool isAsciiIdentifier(std::u16string_view text) {

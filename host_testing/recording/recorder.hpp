@@ -45,11 +45,11 @@ struct Question {
     /// Who was asked.
     Service service{};
     /// What Identifier, ReservedWord, Specifier and SpecifierText are asked about.
-    std::u16string text;
+    std::u16string text{};
     /// Of ReservedWord.
     int selector = 0;
     /// The name of the tree that the last three are asked of.
-    std::string tree;
+    std::string tree{};
     /// The command or the argument that they are asked about.
     lf::astapi::NodeHandle node = 0;
     /// Of Argument.
