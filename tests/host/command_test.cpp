@@ -256,10 +256,12 @@ TEST(ReadCommandOfEveryShape, SaysWhatTheParserSays) {
 
 /// Copies the arguments that \p entry comes from, an alias clause among them.
 void copyClause(Texts const& command, CommandEntry const& entry, Texts& target) {
-    target[entry.argument] = command[entry.argument];
-    if (entry.importedArgument != entry.argument) {
-        target[entry.importedArgument] = command[entry.importedArgument];
-        auto const package = command.begin() + static_cast<std::ptrdiff_t>(entry.importedArgument);
+    auto const argument = static_cast<std::size_t>(entry.argument);
+    auto const imported = static_cast<std::size_t>(entry.importedArgument);
+    target[argument] = command[argument];
+    if (imported != argument) {
+        target[imported] = command[imported];
+        auto const package = command.begin() + static_cast<std::ptrdiff_t>(imported);
         auto const keyword = std::find(package, command.end(), u"as");
         target[static_cast<std::size_t>(keyword - command.begin())] = u"as";
     }
