@@ -120,12 +120,15 @@ variant_debug-mode() {
     unit_tested -DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG -DCMAKE_PREFIX_PATH="$tree/googletest/prefix"
     check_exported_names
 }
+# The archiver must read what the compiler of the same version writes.
 variant_clang-lto() {
-    local clang
+    local clang version
     clang=$(newest clang++) || skip "no clang++ is here"
-    need "ld.lld${clang#clang++}"
+    version=${clang#clang++}
+    need "ld.lld$version" "llvm-ar$version" "llvm-ranlib$version"
     shared_library -DCMAKE_CXX_COMPILER="$clang" -DCMAKE_CXX_FLAGS=-flto -DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld \
-        -DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld
+        -DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld -DCMAKE_AR="$(command -v "llvm-ar$version")" \
+        -DCMAKE_RANLIB="$(command -v "llvm-ranlib$version")"
 }
 
 # Without the tests the second time: what is installed is all there is to build.
