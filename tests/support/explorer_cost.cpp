@@ -4,7 +4,7 @@
 #include <support/counted_memory.hpp>
 
 #include <import_explorer/analysis.hpp>
-#include <import_explorer/fixes.hpp>
+#include <import_explorer/edits.hpp>
 #include <import_explorer/json_report.hpp>
 #include <import_explorer/sarif_report.hpp>
 #include <import_explorer/source_file.hpp>

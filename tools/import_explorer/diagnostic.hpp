@@ -9,6 +9,7 @@
 #include <import/messages.hpp>
 
 #include <array>
+#include <compare>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -24,7 +25,8 @@ struct EntryReference {
     /// Index in AnalysedCommand::entries.
     std::size_t entry = 0;
 
-    friend bool operator==(EntryReference const&, EntryReference const&) = default;
+    // NOLINTNEXTLINE(modernize-use-nullptr): there is no pointer
+    friend auto operator<=>(EntryReference const&, EntryReference const&) = default;
 };
 
 /// Points at an import that a problem refers to. Refers to the entry instead of copying its text,

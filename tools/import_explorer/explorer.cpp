@@ -2,9 +2,9 @@
 #include <import_explorer/explorer.hpp>
 
 #include <import_explorer/analysis.hpp>
+#include <import_explorer/edits.hpp>
 #include <import_explorer/file_replacement.hpp>
 #include <import_explorer/file_walker.hpp>
-#include <import_explorer/fixes.hpp>
 #include <import_explorer/json_report.hpp>
 #include <import_explorer/progress.hpp>
 #include <import_explorer/sarif_report.hpp>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 #include <import_explorer/sarif_report.hpp>
 
+#include <import_explorer/edits.hpp>
 #include <import_explorer/fixes.hpp>
 #include <import_explorer/json_writer.hpp>
 #include <import_explorer/utf8.hpp>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSL-1.0
 
-#include <import_explorer/fixes.hpp>
+#include <import_explorer/edits.hpp>
 
 #include <gtest/gtest.h>
 
