@@ -20,7 +20,7 @@ AnalysedFile analyseScript(std::string text, bool warnsOfUnusedImports = false) 
                     warnsOfUnusedImports});
 }
 
-/// `a.b.c:7`: an entry with its line.
+/// An entry with its line: `a.b.c:7`.
 std::string toText(AnalysedFile const& file, EntryReference const& reference) {
     return file.at(reference).text + ":" + std::to_string(file.rangeOf(reference).line);
 }
@@ -227,7 +227,7 @@ TEST(Analysis, WarnsOfImportsThatNoUseReachesOrThatRepeatAnother) {
                                         "8:8 no 'use' reaches the import of 'x.*'"}));
 }
 
-/// The library's warning comes first: it may be the reason that nothing uses the import.
+/// The library's warning may be the reason why nothing uses the import, so it comes first.
 TEST(Analysis, WarnsOfWhatAnImportIsBeforeItWarnsThatNoUseReachesIt) {
     AnalysedFile const file =
         analyse(SourceFile("some.import", "import a.for"),

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Completes command lines of import_explorer in bash.
+"""Tests the completion of import_explorer in bash.
 
 The environment variable IMPORT_EXPLORER names the program, COMPLETION the file that bash loads.
 """
@@ -11,7 +11,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-# Words as bash cuts them; the last one is completed.
+# The arguments are words as split by bash; the last one is completed.
 SCRIPT = """
 source "$1"
 shift

@@ -36,7 +36,7 @@ class FileReplacement : public testing::Test {
         return replaceFile(file.native(), "before", "after");
     }
 
-    /// Refused, and nothing is left behind.
+    /// Expects the replacement to be refused and to leave no temporary file.
     void expectRefusal(fs::path const& file, std::string const& words) const {
         std::size_t const files = countFiles();
         EXPECT_EQ(replace(file), words);
@@ -98,7 +98,7 @@ TEST_F(FileReplacement, RefusesWhatIsNoFile) {
 
 TEST_F(FileReplacement, RefusesAFileInAFolderThatTakesNone) {
     if (::geteuid() == 0) {
-        // No mode stops the superuser, but there are folders that take no files.
+        // File modes do not restrict the superuser, but no files can be created in /proc.
         EXPECT_THAT(replaceFile("/proc/self/comm", "", "x").value_or(""),
                     testing::StartsWith("cannot create a file beside it: "));
         return;

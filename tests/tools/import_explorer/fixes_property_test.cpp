@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-// Needs what comes from GoogleTest.
+// Must be included after GoogleTest.
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
 
@@ -17,7 +17,7 @@
 namespace explorer {
 namespace {
 
-/// Few names, so that imports repeat, hide and refuse each other.
+/// Uses few names, so that imports repeat, hide and conflict with each other.
 rc::Gen<std::string> anyStatement() {
     auto const dotted = rc::gen::element<std::string>("p.q", "q.p", "p.r", "r.q", "q.*", "p.*",
                                                       "r.*", "\"q.r\"", "\"\"");
@@ -43,7 +43,7 @@ rc::Gen<std::string> anyStatement() {
     return rc::gen::weightedOneOf<std::string>({{3, import}, {2, other}});
 }
 
-/// A script whose scopes are closed; sometimes with a word too many.
+/// A script whose scopes are closed, sometimes with an unknown statement.
 rc::Gen<std::string> anyScript() {
     return rc::gen::exec([] {
         std::string text;
@@ -82,7 +82,7 @@ std::string describe(AnalysedFile const& file, std::vector<EntryReference> const
     return text;
 }
 
-/// What fixes must not change: what each use means, and every error that they are not about.
+/// What fixes must not change: the meaning of each use, and all errors without a fix.
 std::vector<std::string> meaningOf(AnalysedFile const& file) {
     std::vector<std::string> lines;
     for (AnalysedUse const& use : file.uses) {
@@ -108,7 +108,7 @@ std::size_t countFixes(AnalysedFile const& file) {
         std::ranges::count_if(file.diagnostics, [](auto const& each) { return bool(each.fix); }));
 }
 
-/// Of line ends, those of lines that go may go.
+/// Fixes keep every comment; line ends may be removed with their lines.
 std::size_t countComments(std::string_view text) {
     return static_cast<std::size_t>(std::ranges::count(text, '#'));
 }

@@ -148,12 +148,13 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Fixes, AreCounted) {
     FixedFile const fixed = analyseAndFix(
         SourceFile("any", "import a.b a.b\nimport p p@2 p\nuse p\n"), optionsFor(true));
-    // Two repetitions, an alias, what it was given to, and what was repeated.
+    // Two repetitions, a new alias, the import that received it, and the import that was repeated.
     EXPECT_EQ(fixed.fixes, 5U);
     EXPECT_EQ(fixed.file.source.text(), "import p\nuse p\n");
 }
 
-/// Each import can go when the one before has gone: until then its name may hide a package.
+/// Each dotted import can be removed once the previous one has been removed; before that, its name
+/// may hide a package.
 std::string makeChain(std::size_t length) {
     std::string packages;
     std::string names;

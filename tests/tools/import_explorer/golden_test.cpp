@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Compares what the program says of the example scripts with the files in the folder golden. After
-/// a change that is meant to show there, write them anew and review the difference:
+/// Compares the program's reports on the example scripts with the files in the folder golden. After
+/// an intended change of a report, update the files and review the difference:
 ///
 ///     UPDATE_GOLDEN=1 ctest --test-dir build/dev -R Golden && git diff tests
 
@@ -32,7 +32,7 @@ struct GoldenCase {
     }
 };
 
-/// With the line ends of a file, and without the time that the run took.
+/// Replaces the line ends of a terminal by those of a file, and the run time by `TIME`.
 std::string normalized(std::string report) {
     std::erase(report, '\r');
     if (report.ends_with(" s\n")) {
@@ -65,7 +65,7 @@ TEST_P(Golden, ReportIsAsReviewed) {
     std::string const report = normalized(outcome.output);
     fs::path const golden = fs::path(GOLDEN_FOLDER) / file;
     if (isSet("UPDATE_GOLDEN")) {
-        ASSERT_FALSE(isSet("CI")) << "a golden file that is written anew is not compared";
+        ASSERT_FALSE(isSet("CI")) << "a golden file that is updated is not compared";
         std::ofstream(golden, std::ios::binary) << report;
     }
     EXPECT_EQ(report, readFile(golden));

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Has callgrind write down the instructions that the explorer takes for scripts that are made to
-/// be costly, for n, 2n and 4n, and those for names that collide beside those for as many that
-/// nobody chose.
+/// Counts the explorer's instructions with callgrind: for scripts designed to be costly, of size n,
+/// 2n and 4n, and for colliding names and the same number of random names.
 
 #include <flood.hpp>
 #include <support/costly_scripts.hpp>
@@ -34,13 +33,13 @@ void measureGrowth(CostlyScript const& script) {
     for (std::size_t const factor : support::growthFactors) {
         std::size_t const size = factor * script.sizeToCount;
         measure(script.make(size),
-                // The explorer does most to draw scopes.
+                // Drawing scopes is the most expensive report.
                 script.isToBeFixed ? support::reportAfterFixes : support::drawnReport,
                 "growth: " + std::string(script.why) + ": " + std::to_string(size));
     }
 }
 
-/// Each name is introduced and used, in a scope and around it.
+/// Each name is introduced and used both inside and outside a scope.
 std::string makeScript(Flood flood) {
     constexpr std::size_t count = 200;
     std::string imports;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// What scripts cost that are made to be costly, for n, 2n and 4n, in memory and output. Nothing is
-/// timed; growth_subjects.cpp has the instructions.
+/// Memory and output of scripts designed to be costly, for size n, 2n and 4n. Nothing is timed;
+/// growth_subjects.cpp counts instructions.
 
 #include <support/costly_scripts.hpp>
 #include <support/explorer_cost.hpp>
@@ -25,8 +25,8 @@ using support::KindOfReport;
 
 using Counts = std::array<std::size_t, growthFactors.size()>;
 
-/// Whether the step from 2n to 4n takes about twice what that from n to 2n takes; what grows with
-/// the square takes four times as much.
+/// Whether the increase from 2n to 4n is about twice the increase from n to 2n. For quadratic
+/// growth, it is four times as large.
 testing::AssertionResult isLinear(Counts const& counts, std::size_t slack) {
     auto const [one, two, four] = counts;
     std::size_t const firstStep = two - std::min(one, two);
@@ -40,7 +40,7 @@ testing::AssertionResult isLinear(Counts const& counts, std::size_t slack) {
 class Growth : public testing::TestWithParam<CostlyScript> {};
 
 TEST_P(Growth, OfOutputAndMemoryIsLinearAndWithinTheLimits) {
-    // The others have less in them.
+    // The remaining kinds report less.
     constexpr std::size_t numberOfFullKinds = 4;
     auto const full = std::span(support::kindsOfReport).first(numberOfFullKinds);
     std::vector<KindOfReport> kinds(full.begin(), full.end());

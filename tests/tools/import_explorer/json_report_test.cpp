@@ -21,7 +21,7 @@ using Json = nlohmann::ordered_json;
 
 constexpr std::chrono::seconds anyTime{3};
 
-/// A report with what it has written.
+/// A report and the text that it has written.
 class Written {
   public:
     Written(bool packageImports, ScopeDetail detail)
@@ -93,10 +93,10 @@ TEST(JsonReport, CutsLongTextsAtTheEndOfACharacter) {
         std::string text;
         std::string shown;
     } const rows[] = {
-        {"what just fits", std::string(200, 'x'), std::string(200, 'x')},
-        {"one byte more", std::string(201, 'x'), std::string(200, 'x') + "..."},
-        {"no half characters", std::string(199, 'x') + "é", std::string(199, 'x') + "..."},
-        {"whole characters", std::string(198, 'x') + "éé", std::string(198, 'x') + "é..."},
+        {"fits exactly", std::string(200, 'x'), std::string(200, 'x')},
+        {"one byte too long", std::string(201, 'x'), std::string(200, 'x') + "..."},
+        {"a character is not split", std::string(199, 'x') + "é", std::string(199, 'x') + "..."},
+        {"cut between characters", std::string(198, 'x') + "éé", std::string(198, 'x') + "é..."},
     };
 
     for (auto const& [why, text, shown] : rows) {

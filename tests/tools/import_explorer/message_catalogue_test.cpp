@@ -27,7 +27,8 @@ TEST(MessageCatalogue, HasOtherWordsForEachMessageAndUsesAllItsArguments) {
         for (std::string const& argument : arguments) {
             EXPECT_NE(filled.find(argument), std::string::npos) << message.key;
         }
-        EXPECT_EQ(filled.find('{'), std::string::npos) << "a place without argument: " << filled;
+        EXPECT_EQ(filled.find('{'), std::string::npos)
+            << "a placeholder without an argument: " << filled;
     }
     EXPECT_EQ(seen.size(), lf::import::messageKeys.size());
 }

@@ -41,7 +41,7 @@ class Pipe {
         }
     }
 
-    /// How much has been written and not been read; reads it.
+    /// Reads everything that has been written, and returns its size.
     std::size_t take() const {
         std::string buffer(1U << 17U, ' ');
         ssize_t const count = ::read(descriptors[0], buffer.data(), buffer.size());
@@ -61,7 +61,7 @@ TEST(Output, KeepsWhatIsWrittenUntilItIsFlushed) {
     output.flush();
     EXPECT_EQ(pipe.take(), 19U);
     output.flush();
-    EXPECT_EQ(pipe.take(), 0U) << "once is enough";
+    EXPECT_EQ(pipe.take(), 0U) << "it is written only once";
 }
 
 TEST(Output, KeepsNoMoreThanAPiece) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// The program as its users see it.
+/// Tests the program through its command line, as users run it.
 
 #include "running.hpp"
 
@@ -30,7 +30,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-/// The report with `TIME s` at the end of its summary, if it has one.
+/// Replaces the time at the end of the summary, if there is one, by `TIME s`.
 std::string withoutTime(std::string report) {
     std::size_t const comma = report.rfind(", ");
     if (report.ends_with(" s\n") && comma != std::string::npos) {
@@ -217,7 +217,7 @@ TEST_F(Program, WalksFoldersInSortedOrderAndLeavesOutWhatIsNotMeant) {
                 ElementsAre("t/a/y.import", "t/a/z.import", "t/a.import", "t/b.import", "t/c.txt"));
     EXPECT_THAT(filesWithProblems(run("$explorer t/c.txt t/.git").output),
                 ElementsAre("t/c.txt", "t/.git/x.import"))
-        << "what is named is read, whatever it is called";
+        << "a file named on the command line is read, whatever its name is";
 }
 
 TEST_F(Program, ReportsFilesThatAreNoTextAndGoesOn) {
@@ -234,7 +234,7 @@ TEST_F(Program, ReportsFilesThatAreNoTextAndGoesOn) {
 }
 
 TEST_F(Program, ReportsAFileThatCannotBeRead) {
-    // Readable by its mode but not in fact, even for the superuser.
+    // The mode allows reading, but reading fails even for the superuser.
     Outcome const outcome = run("$explorer --quiet /proc/self/mem");
     EXPECT_THAT(outcome.output,
                 StartsWith("/proc/self/mem: error: cannot read: Input/output error\n"));
@@ -507,7 +507,7 @@ TEST_F(Program, SaysThatAFolderCannotBeEntered) {
     write("t/a.import", "import a.b\n");
     write("t/closed/b.import", "import a.b\n");
     write("t/closed/further/c.import", "import a.b\n");
-    // The superuser can enter any folder as long as nobody takes that away.
+    // The superuser can enter any folder unless these capabilities are dropped.
     Outcome const outcome = run("[ $(id -u) = 0 ] && limit='setpriv "
                                 "--bounding-set=-dac_override,-dac_read_search'; chmod 644 "
                                 "t/closed; $limit $explorer --quiet t; status=$?; chmod 755 "
@@ -548,7 +548,7 @@ TEST_F(Program, SaysThatSymbolicLinksInAFolderAreNotFollowed) {
     EXPECT_THAT(allFiles.output,
                 StartsWith(links + "t/other.txt" + reason + "t/script.import" + reason + "1 file"));
     EXPECT_EQ(run("$explorer --quiet t/script.import t/folder").status, 0)
-        << "what is named is read";
+        << "a link named on the command line is followed";
 }
 
 TEST_F(Program, SaysThatSomethingNamedLikeAScriptIsNoFile) {

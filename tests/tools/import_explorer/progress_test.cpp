@@ -15,7 +15,7 @@
 namespace explorer {
 namespace {
 
-/// A terminal of so many columns, with the side that a person sees.
+/// A pseudo-terminal with a number of columns; the test reads what it displays.
 class Terminal {
   public:
     explicit Terminal(unsigned short columns) {
@@ -35,7 +35,7 @@ class Terminal {
 
     int descriptor() const { return line; }
 
-    /// What was written; there must be something.
+    /// What has been written. Blocks until something is.
     std::string read() const {
         std::array<char, 4096> bytes{};
         ssize_t const size = ::read(screen, bytes.data(), bytes.size());
@@ -62,7 +62,7 @@ TEST(Progress, FitsIntoTheLine) {
     EXPECT_EQ(showOn(22, "a.import"), eraseLine + std::string("1 of 9 files  a.im..."));
     EXPECT_EQ(showOn(10, "a.import"), eraseLine + std::string("1 of 9..."));
     EXPECT_EQ(showOn(0, "a.import"), eraseLine + std::string("1 of 9 files  a.import"))
-        << "a terminal that does not know";
+        << "a terminal of unknown width";
 }
 
 TEST(Progress, ShowsNothingWhereThereIsNoRoom) {

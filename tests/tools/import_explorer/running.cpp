@@ -41,7 +41,7 @@ std::string readUntilClosed(int terminal) {
         if (size > 0) {
             text.append(chunk.data(), static_cast<std::size_t>(size));
         } else if (size == 0 || errno != EINTR) {
-            // A terminal whose program has ended answers with an error.
+            // Reading fails once the program has closed the terminal.
             return text;
         }
     }

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Runs programs as a user does: by a line for the shell.
+/// Runs programs as a user does: by a command line in a shell.
 
 #include <filesystem>
 #include <string>
@@ -10,23 +10,23 @@
 
 namespace support {
 
-/// What a run left behind.
+/// The result of a run.
 struct Outcome {
     int status = -1;
     std::string output;
     std::string errorOutput;
 };
 
-/// Runs \p commandLine in \p folder by the shell, in which `$explorer` is the program under test.
+/// Runs \p commandLine in \p folder with the shell; `$explorer` is the program under test.
 Outcome runInShell(std::string const& commandLine, std::filesystem::path const& folder);
 
-/// As runInShell, but all three streams are a terminal; both kinds of output are one then.
+/// As runInShell, but all three streams are a terminal, so errors are part of the output.
 Outcome runOnTerminal(std::string const& commandLine, std::filesystem::path const& folder);
 
-/// Whether the machine lets this process make a pseudo-terminal; some containers do not.
+/// Whether this process can create a pseudo-terminal; in some containers it cannot.
 bool canMakeTerminals();
 
-/// A folder of one test, removed with all that is in it when the test is over.
+/// A folder for one test; removed with its contents on destruction.
 class TemporaryFolder {
   public:
     TemporaryFolder();
@@ -36,7 +36,7 @@ class TemporaryFolder {
 
     std::filesystem::path const& path() const noexcept { return folder; }
 
-    /// Writes a file, with the folders above it.
+    /// Writes a file and creates its parent folders.
     void write(std::filesystem::path const& name, std::string_view contents) const;
 
   private:

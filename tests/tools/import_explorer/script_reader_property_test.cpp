@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-// Needs what comes from GoogleTest.
+// Must be included after GoogleTest.
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
 
@@ -16,7 +16,7 @@
 namespace explorer {
 namespace {
 
-/// Pieces of which lines can be made that are hard to read.
+/// A line made of parts that are hard to parse in combination.
 rc::Gen<std::string> anyLine() {
     auto const piece = rc::gen::element<std::string>(
         "import", "dynamic", "scope", "use", "a.b", "\"", "\"\"", "{", "}", ";", "#", "//", " ",
@@ -39,7 +39,7 @@ bool isLandmark(Statement const& statement) {
            command->arguments.front().text == "landmark.of.ours";
 }
 
-/// LF, CR LF and CR.
+/// Counts LF, CR LF and CR.
 std::size_t countLineEnds(std::string_view text) {
     std::size_t ends = 0;
     for (std::size_t index = 0; index < text.size(); ++index) {
