@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Memory runs out at every allocation of every operation of the kit: std::bad_alloc comes out,
-/// nothing leaks, and what existed before is as it was.
+/// Lets each allocation of each operation of the kit fail: the operation throws std::bad_alloc,
+/// leaks nothing and leaves existing objects unchanged.
 
 #include "catalogue_words.hpp"
 
@@ -31,7 +31,7 @@ using support::Shortage;
 
 constexpr MessageCatalogue catalogue({WORDS});
 
-/// Two scopes, the inner of which sees and hides something of every kind.
+/// Two nested scopes; the inner one sees and hides imports of each kind.
 struct Scopes {
     std::shared_ptr<Scope<int>> outer = std::make_shared<Scope<int>>();
     std::shared_ptr<Scope<int>> inner = std::make_shared<Scope<int>>(outer);
@@ -50,7 +50,7 @@ struct Scopes {
         (void)scope.addStatic(std::move(entry), 1);
     }
 
-    /// All that can be seen, in UTF-8.
+    /// The stored and visible imports and the number of entries of each scope, in UTF-8.
     std::vector<std::string> observe() const {
         std::vector<std::string> texts;
         for (auto const& scope : {outer, inner}) {
@@ -70,7 +70,9 @@ struct Scopes {
     }
 };
 
-/// \returns whether an allocation failed, having seen std::bad_alloc come out if one did.
+/// Expects \p run to throw std::bad_alloc exactly if an allocation fails.
+///
+/// \returns whether an allocation failed.
 template <typename Run>
 bool runsOutOfMemory(std::size_t allowed, Shortage shortage, Run const& run) {
     bool cameOut = false;
@@ -84,13 +86,13 @@ bool runsOutOfMemory(std::size_t allowed, Shortage shortage, Run const& run) {
         }
         failed = failing.hasFailed();
     }
-    EXPECT_EQ(cameOut, failed) << "std::bad_alloc comes out exactly when an allocation failed";
+    EXPECT_EQ(cameOut, failed) << "std::bad_alloc is thrown exactly if an allocation fails";
     return failed;
 }
 
-/// Lets \p run, which gets scopes of its own, fail at each of its allocations in turn.
+/// Lets each allocation of \p run fail in turn; each call gets new scopes.
 ///
-/// \returns how many there are.
+/// \returns the number of allocations.
 template <typename Run>
 std::size_t failEveryAllocation(Run const& run) {
     std::size_t count = 0;
@@ -112,7 +114,7 @@ std::size_t failEveryAllocation(Run const& run) {
     return count - 1;
 }
 
-/// With an entry that was made before memory ran out.
+/// Adds copies of \p entry, statically and dynamically, and lets each allocation fail.
 template <typename Entry>
 std::size_t failEveryAllocationOfAdding(Entry const& entry) {
     std::size_t total = 0;

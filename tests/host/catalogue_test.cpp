@@ -15,7 +15,7 @@
 namespace lf::import::host {
 namespace {
 
-// What must not compile stands in CMakeLists.txt, as changes of catalogue_words.hpp.
+// CMakeLists.txt tests variants of catalogue_words.hpp that must not compile.
 constexpr MessageCatalogue catalogue({WORDS});
 
 TEST(MessageCatalogue, HasTheWordsOfEveryKey) {
@@ -49,15 +49,15 @@ struct FillRow {
 TEST(FillPlaceholders, TakesArgumentsAsTheyAre) {
     std::array<std::string, 2> const arguments{"one", "{1}{2}"};
     std::array const rows{
-        FillRow{"", "", "nothing"},
-        FillRow{"no placeholder", "no placeholder", "stays"},
-        FillRow{"{1}", "one", "all of it"},
-        FillRow{"{1}, {1}", "one, one", "twice"},
-        FillRow{"{2}!", "{1}{2}!", "what is in an argument is no placeholder"},
-        FillRow{"{0}{3}{9}", "{0}{3}{9}", "without argument"},
-        FillRow{"{1", "{1", "cut off"},
-        FillRow{"{ 1}{x}{12}{}", "{ 1}{x}{12}{}", "no placeholders"},
-        FillRow{"{{1}}", "{one}", "braces around one"},
+        FillRow{"", "", "an empty text"},
+        FillRow{"no placeholder", "no placeholder", "text is copied"},
+        FillRow{"{1}", "one", "only a placeholder"},
+        FillRow{"{1}, {1}", "one, one", "a repeated placeholder"},
+        FillRow{"{2}!", "{1}{2}!", "placeholders in arguments are copied"},
+        FillRow{"{0}{3}{9}", "{0}{3}{9}", "placeholders without an argument are copied"},
+        FillRow{"{1", "{1", "an incomplete placeholder"},
+        FillRow{"{ 1}{x}{12}{}", "{ 1}{x}{12}{}", "braces that form no placeholder"},
+        FillRow{"{{1}}", "{one}", "braces around a placeholder"},
     };
     for (auto const& [words, filled, why] : rows) {
         EXPECT_EQ(fillPlaceholders(words, arguments), filled) << why;

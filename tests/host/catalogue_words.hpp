@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// A table of words that is right as it stands. Each macro makes it wrong in one way.
+/// A valid table of words. Each macro introduces one fault.
 
 #ifdef WITHOUT_A_KEY
 #define LAST_WORDS

@@ -208,7 +208,7 @@ TEST(ReadCommandWithSalvage, GivesUpWhenTooMuchIsInTheWay) {
               std::vector<std::string>{"0: error InvalidImportArgument(\"1\")"});
 }
 
-/// The arguments with which a command goes wrong in every way, in all sequences of up to four.
+/// Visits all sequences of up to four arguments from a set that produces every error of a command.
 template <typename Visit>
 void forEachShortCommand(Visit const& visit) {
     static std::array<std::u16string, 7> const arguments{u"",    u"a.b", u"c.*", u"p",
@@ -254,7 +254,7 @@ TEST(ReadCommandOfEveryShape, SaysWhatTheParserSays) {
     });
 }
 
-/// Copies the arguments that \p entry comes from, an alias clause among them.
+/// Copies the arguments that \p entry comes from, including those of an alias clause.
 void copyClause(Texts const& command, CommandEntry const& entry, Texts& target) {
     auto const argument = static_cast<std::size_t>(entry.argument);
     auto const imported = static_cast<std::size_t>(entry.importedArgument);
@@ -283,7 +283,7 @@ TEST(SalvageOfEveryShape, KeepsTheDiagnosticAndNothingThatIsInError) {
         }
         ASSERT_EQ(describe(*diagnostic), describe(plainly.front()));
         ASSERT_TRUE(std::ranges::is_sorted(items, {}, detail::argumentOf));
-        // The same entries come of a command that has nothing else: salvage invents nothing.
+        // Salvage invents nothing: a command with only these arguments has the same entries.
         Texts remaining(command.size());
         for (CommandItem const& item : items) {
             if (auto const* const entry = std::get_if<CommandEntry>(&item)) {

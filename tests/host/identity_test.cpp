@@ -25,7 +25,7 @@ using support::makePackage;
 using support::makeWildcard;
 using enum IImportList::CheckAncestorList;
 
-/// Entries that differ from each other in one text or in their kind alone.
+/// Entries that differ from each other only in one text or in their kind.
 std::vector<ImportEntry> differentEntries() {
     using Name = FullyQualifiedImportArgument;
     using Wildcard = WildcardImportArgument;
@@ -69,7 +69,7 @@ TEST(FingerprintOf, TellsDifferentEntriesApart) {
 }
 
 TEST(FingerprintOf, IsTheSameInEveryRun) {
-    // Caches on disk hold these: another value here is a new format.
+    // Caches on disk contain fingerprints: a different value here changes their format.
     EXPECT_EQ(fingerprintOf(makeName(u"a.b.c")), 10019780290700107867U);
     EXPECT_EQ(fingerprintOf(makePackage(u"matrix@^2.1", u"m")), 3638776690878567855U);
 }
@@ -108,7 +108,7 @@ TEST(FingerprintOf, OfAListSeesNoOrderButWhereItDecidesALookup) {
               ownFingerprint({makePackage(u"p"), makeName(u"a.c"), makeName(u"a.b")}));
     EXPECT_NE(ownFingerprint({makeName(u"a.b"), makeName(u"c.b")}),
               ownFingerprint({makeName(u"c.b"), makeName(u"a.b")}))
-        << "the first answers";
+        << "lookups find the first one";
 }
 
 TEST(FingerprintOf, OfAListReachesTheAncestorsWhenAsked) {
@@ -119,15 +119,15 @@ TEST(FingerprintOf, OfAListReachesTheAncestorsWhenAsked) {
     EXPECT_EQ(fingerprintOf(*inner, No), fingerprintOf(*innerOfOther, No));
     EXPECT_NE(fingerprintOf(*inner, Yes), fingerprintOf(*innerOfOther, Yes));
     EXPECT_NE(fingerprintOf(*makeList({}, parent), Yes), fingerprintOf(*parent, Yes))
-        << "an empty scope more is another nesting";
+        << "an additional empty scope changes the nesting";
 
     std::shared_ptr<IImportList const> const package = makeList({makePackage(u"p")});
     EXPECT_NE(fingerprintOf(*inner, Yes),
               fingerprintOf(*makeList({makeName(u"a.b")}, package), Yes))
-        << "who encloses whom counts";
+        << "the order of nesting matters";
 }
 
-/// Whether two lists answer every lookup of a name alike.
+/// Whether lookups of names have the same results in both lists.
 bool answerAlike(IImportList const& left, IImportList const& right) {
     return std::ranges::all_of(std::u16string(u"abcd"), [&](char16_t unit) {
         std::u16string const name(1, unit);
@@ -158,7 +158,7 @@ TEST(FingerprintOf, OfShuffledListsIsTheSameExactlyWhenTheyAnswerAlike) {
         ++(areAlike ? alike : different);
         RC_ASSERT((fingerprintOf(*list, No) == fingerprintOf(*shuffled, No)) == areAlike);
     });
-    // A run without both tests too little.
+    // Both cases must occur.
     EXPECT_GT(alike, 100U);
     EXPECT_GT(different, 100U);
 }

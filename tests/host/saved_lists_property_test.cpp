@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Lists of random programs, saved and loaded: each answers every question as before.
+/// Saves and loads the lists of random programs; each must give the same answers as before.
 
 #include <examples/hosts/saved_lists.hpp>
 
@@ -66,7 +66,7 @@ class Family {
                    : list.addDynamicImportEntry(std::move(entry)));
     }
 
-    /// The same lists, loaded from what was saved of these.
+    /// The same lists, after saving and loading each of them.
     Family reloaded() const {
         Family result;
         for (std::size_t number = 1; number < lists.size(); ++number) {
@@ -109,7 +109,7 @@ TEST(SavedLists, ReadBackWhateverWasAdded) {
     });
 }
 
-/// A package in the outer list, whose name an import of the inner list starts with.
+/// An outer list with a package, and an inner list with a name that starts with that package.
 struct Nested {
     Nested() {
         inner->addStaticImportEntry(makeName(u"a.b"));

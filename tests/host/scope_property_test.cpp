@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Random programs that make scopes and add to them; after every step each scope must say of
-/// places what the model says of entries.
+/// Random programs that create scopes and add imports to them. After every step, the imports that
+/// each scope reports must be the entries of the model.
 
 #include "twin_scopes.hpp"
 
@@ -30,10 +30,10 @@ using support::ListProgram;
 using support::ListStep;
 using support::TwinScopes;
 
-// Half of the names are dotted: only packages can be found by those.
+// Half of the names are dotted; only packages introduce dotted names.
 std::vector<std::u16string> const names{u"a", u"b", u"A", u"", u"a.b", u"b.a", u"a.A", u"a.b.a"};
 
-/// The program's clones are left out: scopes have none.
+/// Skips the cloning steps of a program: scopes cannot be cloned.
 class ScopeProgramRun {
   public:
     ScopeProgramRun() { scopes.create({}, std::nullopt); }
@@ -72,7 +72,7 @@ class ScopeProgramRun {
     std::set<std::string> seenOutcomes;
 };
 
-/// Now and then a package gets a name with a dot.
+/// Gives some packages a dotted name.
 void lengthenNames(std::vector<ListStep>& steps, rc::Random& random) {
     for (ListStep& step : steps) {
         auto* const add = std::get_if<AddStep>(&step);
@@ -100,7 +100,7 @@ TEST(RandomScopes, SayAfterEveryStepWhatTheModelSays) {
     std::set<std::string> outcomes;
     support::checkOnRandomCases(
         1'500, [&outcomes] { outcomes.merge(ScopeProgramRun().run(*anyProgram())); });
-    // A run that misses an outcome tests too little.
+    // Every outcome must occur.
     EXPECT_THAT(outcomes, testing::UnorderedElementsAre("stored", "repeated", "PackageRedeclared",
                                                         "PrecedenceViolation",
                                                         "InvalidPackageFunctionAbbreviation"));

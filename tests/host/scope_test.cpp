@@ -27,7 +27,7 @@ using support::makeWildcard;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A place that can be moved alone.
+/// A move-only place.
 using Line = std::unique_ptr<int>;
 using LineScope = Scope<Line>;
 using NumberScope = Scope<int>;
@@ -38,14 +38,14 @@ static_assert(std::is_nothrow_move_constructible_v<NumberScope::Addition>);
 static_assert(std::is_nothrow_move_constructible_v<NumberScope::Resolution>);
 static_assert(std::is_copy_constructible_v<UseRecord<int>>);
 
-/// Stores \p entry, which nothing speaks against.
+/// Stores \p entry, which must be new and without conflict.
 template <typename Place, typename Entry>
 Import<Place> const* store(Scope<Place>& scope, Entry entry, Place place) {
     auto const result = scope.addStatic(std::move(entry), std::move(place));
     return std::get<Stored<Place>>(result).imported;
 }
 
-/// `circle at 5, 2 out`
+/// The entry, its place and its distance: `circle at 5, 2 out`.
 std::string describe(ScopedImport<int> const& scoped) {
     return toUtf8(scoped.imported->entry) + " at " + std::to_string(scoped.imported->place) + ", " +
            std::to_string(scoped.distance) + " out";
@@ -107,7 +107,7 @@ TEST(AValuelessEntry, IsRefusedAsByALists) {
     EXPECT_THAT(scope.imports(), IsEmpty());
 }
 
-/// Entries that conflict with each other in every way, and some that do not.
+/// Entries with every kind of conflict between them, and some without any.
 std::vector<ImportEntry> entriesOfTheMatrix() {
     return {makePackage(u"p"),       makePackage(u"p@1"),    makePackage(u"q", u"p"),
             makePackage(u"p", u"q"), makePackage(u"p.q@1"),  makeName(u"p.q"),
@@ -138,7 +138,7 @@ TEST(TheConflictMatrix, NamesTheOtherPartyOfEveryRefusal) {
             }
         }
     }
-    // A matrix that misses a key tests too little.
+    // Every key must occur.
     EXPECT_THAT(refusals, ElementsAre("InvalidPackageFunctionAbbreviation", "PackageRedeclared",
                                       "PrecedenceViolation"));
 }
@@ -154,7 +154,7 @@ TEST(AConflict, IsTheFirstOfSeveral) {
     EXPECT_EQ(describe(std::get<NumberScope::Refused>(byRoot).conflict.value()), "x.a at 1, 0 out");
 }
 
-/// Refuses everything for a reason of its own.
+/// Refuses every addition with its own message.
 class RefusingImportList final : public support::WrappedImportList {
   public:
     RefusingImportList() : WrappedImportList(createImportList(nullptr)) {}
@@ -189,7 +189,7 @@ TEST_F(NestedScopes, FindWhatIntroducesANameTheNearestFirst) {
     store(*outer, makePackage(u"n"), 1);
     store(*middle, makeName(u"a.n"), 2);
     EXPECT_THAT(describe(inner->find(u"n")), ElementsAre("a.n at 2, 1 out", "n at 1, 2 out"))
-        << "hiding in between does not count";
+        << "a name hides a package only in its own scope";
     EXPECT_THAT(describe(middle->find(u"n")), ElementsAre("a.n at 2, 0 out"));
     EXPECT_THAT(describe(outer->find(u"n")), ElementsAre("n at 1, 0 out"));
     EXPECT_THAT(inner->find(u"N"), IsEmpty());
@@ -219,11 +219,12 @@ TEST_F(NestedScopes, ResolveTheLongestPrefixOfADottedUse) {
     store(*middle, makePackage(u"net"), 2);
     store(*inner, makeName(u"shapes.circle"), 3);
     std::array const rows{
-        DottedRow{"net.http.get", "net.http@1 at 1, 2 out", 2, "the longest package, farther out"},
-        DottedRow{"net.http", "net.http@1 at 1, 2 out", 2, "and nothing behind it"},
-        DottedRow{"net.httpd.get", "net at 2, 1 out", 1, "segments are compared whole"},
-        DottedRow{"net", "net at 2, 1 out", 1, "no dot, no prefix"},
-        DottedRow{"circle.radius", "shapes.circle at 3, 0 out", 1, "a name has members"},
+        DottedRow{"net.http.get", "net.http@1 at 1, 2 out", 2,
+                  "the longest prefix, although it is farther out"},
+        DottedRow{"net.http", "net.http@1 at 1, 2 out", 2, "the whole name"},
+        DottedRow{"net.httpd.get", "net at 2, 1 out", 1, "only whole segments match"},
+        DottedRow{"net", "net at 2, 1 out", 1, "a name without dots has no prefix"},
+        DottedRow{"circle.radius", "shapes.circle at 3, 0 out", 1, "a member of an imported name"},
     };
     for (auto const& [usedName, imported, numberOfSegments, why] : rows) {
         NumberScope::Resolution const resolution = inner->resolve(usedName);
@@ -253,9 +254,9 @@ TEST_F(NestedScopes, ResolvePrefixesOfUpToANumberOfSegments) {
     EXPECT_EQ(inner->resolve(name + u".x.y").numberOfSegments, mostSegmentsOfPrefix);
     store(*middle, makePackage(name + u".x"), 2);
     EXPECT_EQ(inner->resolve(name + u".x.y").numberOfSegments, mostSegmentsOfPrefix)
-        << "a longer one is not tried";
+        << "longer prefixes are not looked up";
     EXPECT_EQ(inner->resolve(name + u".x").numberOfSegments, mostSegmentsOfPrefix + 1)
-        << "unless it is the whole name";
+        << "except for the whole name";
 }
 
 TEST_F(NestedScopes, ResolveToAsManyWildcardsAsAreWanted) {
@@ -297,7 +298,7 @@ TEST_F(NestedScopes, SayWhatHidesWhat) {
     }
     EXPECT_THAT(texts, ElementsAre("p at 1, 2 out by 5", "a.b at 2, 2 out by 6",
                                    "a.c at 3, 2 out by 7", "a.* at 4, 2 out by 8"));
-    EXPECT_THAT(outer->hidden(), IsEmpty()) << "nothing encloses it";
+    EXPECT_THAT(outer->hidden(), IsEmpty()) << "an outermost scope hides nothing";
 }
 
 TEST_F(NestedScopes, KnowWhatNoUseHasReached) {
@@ -319,7 +320,7 @@ TEST_F(NestedScopes, KnowWhatNoUseHasReached) {
     EXPECT_THAT(placesOfUnreached(*outer), ElementsAre(3));
     EXPECT_THAT(placesOfUnreached(*inner), ElementsAre(4));
     uses.add(inner->resolve(u"whatever"));
-    EXPECT_THAT(placesOfUnreached(*inner), IsEmpty()) << "a wildcard may supply what is unknown";
+    EXPECT_THAT(placesOfUnreached(*inner), IsEmpty()) << "a wildcard may supply an unknown name";
     EXPECT_TRUE(uses.reaches(inner->imports().front()));
 }
 

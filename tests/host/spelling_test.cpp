@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-// Needs what comes from GoogleTest.
+// Must be included after GoogleTest.
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
 
@@ -30,23 +30,23 @@ TEST(FindNearestSpelling, FindsWhatMayHaveBeenMeant) {
     std::u16string const longest(longestComparedName, u'n');
     std::array const rows{
         SpellingRow{u"circel", {u"square", u"circle"}, 1, "two letters are swapped"},
-        SpellingRow{u"circl", {u"circle"}, 0, "one is missing"},
-        SpellingRow{u"ciircle", {u"circle"}, 0, "one is too many"},
-        SpellingRow{u"cirkle", {u"circle"}, 0, "one is another"},
-        SpellingRow{u"cirkel", {u"circle"}, 0, "two changes in six letters are the limit"},
-        SpellingRow{u"zzrkel", {u"circle"}, {}, "more are another name"},
-        SpellingRow{u"ab", {u"xy"}, {}, "nothing in common is no misspelling"},
-        SpellingRow{u"a", {u"b"}, {}, "nor is another letter"},
-        SpellingRow{u"ac", {u"ab", u"ad"}, 0, "of equals the first is taken"},
-        SpellingRow{u"rendrer", {u"rander", u"renderer"}, 1, "the nearest is taken"},
-        SpellingRow{u"x", {}, {}, "there may be no candidate"},
-        SpellingRow{u"x", {u"xy"}, 0, "a letter may be a part of a name"},
-        SpellingRow{u"", {u"a", u"ab"}, {}, "the empty name is like nothing"},
-        SpellingRow{u"a", {u""}, {}, "nor is anything like it"},
-        SpellingRow{u"図彩影", {u"図形影"}, 0, "letters beyond ASCII are compared as well"},
-        SpellingRow{longest, {std::u16string_view(longest).substr(1)}, 0, "so long is compared"},
-        SpellingRow{longest + u'n', {longest}, {}, "longer is not"},
-        SpellingRow{longest, {}, {}, "of either"},
+        SpellingRow{u"circl", {u"circle"}, 0, "a letter is missing"},
+        SpellingRow{u"ciircle", {u"circle"}, 0, "there is an extra letter"},
+        SpellingRow{u"cirkle", {u"circle"}, 0, "a letter is replaced"},
+        SpellingRow{u"cirkel", {u"circle"}, 0, "the limit for six letters is two changes"},
+        SpellingRow{u"zzrkel", {u"circle"}, {}, "too many changes"},
+        SpellingRow{u"ab", {u"xy"}, {}, "no letter in common"},
+        SpellingRow{u"a", {u"b"}, {}, "the only letter is replaced"},
+        SpellingRow{u"ac", {u"ab", u"ad"}, 0, "the first of several nearest names"},
+        SpellingRow{u"rendrer", {u"rander", u"renderer"}, 1, "the nearest name"},
+        SpellingRow{u"x", {}, {}, "no candidates"},
+        SpellingRow{u"x", {u"xy"}, 0, "one change in a name of one letter"},
+        SpellingRow{u"", {u"a", u"ab"}, {}, "nothing resembles the empty name"},
+        SpellingRow{u"a", {u""}, {}, "the empty name resembles nothing"},
+        SpellingRow{u"図彩影", {u"図形影"}, 0, "letters beyond ASCII"},
+        SpellingRow{longest, {std::u16string_view(longest).substr(1)}, 0, "the maximum length"},
+        SpellingRow{longest + u'n', {longest}, {}, "longer names are not compared"},
+        SpellingRow{longest, {}, {}, "the maximum length without candidates"},
     };
     for (auto const& [name, candidates, nearest, why] : rows) {
         EXPECT_EQ(findNearestSpelling(name, candidates), nearest) << why;
@@ -61,7 +61,7 @@ TEST(FindNearestSpelling, LooksAtSoManyCandidatesOnly) {
     EXPECT_EQ(findNearestSpelling(u"circel", candidates), std::nullopt);
 }
 
-/// The table of distances between all beginnings, as it is defined.
+/// Computes the table of the distances between all prefixes by its definition.
 std::size_t distanceBetween(std::u16string const& left, std::u16string const& right) {
     std::vector<std::vector<std::size_t>> table(left.size() + 1,
                                                 std::vector<std::size_t>(right.size() + 1));

@@ -27,7 +27,7 @@ using testing::ElementsAre;
 
 static_assert(std::is_nothrow_move_constructible_v<Utf16Text>);
 
-/// What ICU makes of the bytes, an independent reading of the same rules.
+/// The result of ICU, an independent implementation of the same rules.
 std::u16string convertedByIcu(std::string_view utf8) {
     std::u16string result;
     auto const length = static_cast<std::int32_t>(utf8.size());
@@ -55,16 +55,17 @@ struct Utf16Row {
 TEST(Utf16Text, HasTheUnitsOfTheText) {
     using namespace std::string_view_literals;
     static constexpr std::array rows{
-        Utf16Row{"", u"", "nothing is nothing"},
-        Utf16Row{"shapes.circle", u"shapes.circle", "ASCII is one unit each"},
-        Utf16Row{"Größe.図形", u"Größe.図形", "two and three bytes are one unit"},
-        Utf16Row{"\xF0\x9F\xA6\x89", u"\U0001F989", "four bytes are a pair"},
+        Utf16Row{"", u"", "an empty text"},
+        Utf16Row{"shapes.circle", u"shapes.circle", "ASCII characters take one unit each"},
+        Utf16Row{"Größe.図形", u"Größe.図形", "two or three bytes become one unit"},
+        Utf16Row{"\xF0\x9F\xA6\x89", u"\U0001F989", "four bytes become a surrogate pair"},
         Utf16Row{"a\0b"sv, u"a\0b"sv, "zero is a character"},
-        Utf16Row{"a\xFFz", u"a\uFFFDz", "no character begins so"},
-        Utf16Row{"\xE5\x9B", u"\uFFFD", "what is cut off is one replacement"},
-        Utf16Row{"\xC0\xAF", u"\uFFFD\uFFFD", "an overlong form is none"},
-        Utf16Row{"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD", "nor is a surrogate"},
-        Utf16Row{"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD", "nor what lies beyond U+10FFFF"},
+        Utf16Row{"a\xFFz", u"a\uFFFDz", "a byte that starts no character"},
+        Utf16Row{"\xE5\x9B", u"\uFFFD", "an incomplete character becomes one replacement"},
+        Utf16Row{"\xC0\xAF", u"\uFFFD\uFFFD", "an overlong form is ill-formed"},
+        Utf16Row{"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD", "so is a surrogate"},
+        Utf16Row{"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD",
+                 "so is a character beyond U+10FFFF"},
     };
     for (auto const& [utf8, utf16, why] : rows) {
         EXPECT_EQ(Utf16Text(utf8).view(), utf16) << why;
@@ -72,7 +73,7 @@ TEST(Utf16Text, HasTheUnitsOfTheText) {
 }
 
 TEST(Utf16Text, AgreesWithIcuOnAllSequencesOfBytesThatMatter) {
-    // The limits of every row of the well-formed sequences, and their neighbours.
+    // The limits of the byte ranges of well-formed sequences, and their neighbours.
     static constexpr std::array<unsigned, 22> bytes{0x00, 0x41, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0,
                                                     0xBF, 0xC0, 0xC1, 0xC2, 0xDF, 0xE0, 0xE1, 0xEC,
                                                     0xED, 0xEF, 0xF0, 0xF3, 0xF4, 0xF5};

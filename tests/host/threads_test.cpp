@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// Scopes that nobody adds to, read by many threads at once, each of which nests scopes of its own
-/// into them. Under the thread sanitizer this shows that readers write nothing that they share.
+/// Many threads read the same scope, to which no imports are added, and nest their own scopes in
+/// it. The thread sanitizer detects a reader that writes shared data.
 
 #include <host/host.hpp>
 
@@ -36,7 +36,7 @@ std::shared_ptr<Scope<int> const> makeOuterScope() {
     return scope;
 }
 
-/// One file of a front end that reads many at once.
+/// Reads one file, as a front end that reads many at once does.
 std::vector<std::string> readFile(std::shared_ptr<Scope<int> const> const& outer) {
     auto const file = std::make_shared<Scope<int>>(outer);
     auto const inner = std::make_shared<Scope<int>>(file);
@@ -78,7 +78,7 @@ TEST(ManyThreads, ShareAnOuterScope) {
             }
         });
     }
-    // Whichever thread is the last gives it up.
+    // The last thread to finish destroys the scope.
     outer.reset();
     for (std::thread& thread : threads) {
         thread.join();

@@ -103,7 +103,7 @@ std::string TwinScopes::add(std::size_t number, Addition addition, Outcome const
         result);
 }
 
-/// The import that, by the rules of adding, is why \p entry was refused.
+/// The import that, according to the rules of adding, conflicts with \p entry.
 std::optional<TwinScopes::Scope::ScopedImport>
 TwinScopes::expectedConflict(std::size_t number, Outcome const& entry,
                              Outcome const& refusal) const {
@@ -116,7 +116,7 @@ TwinScopes::expectedConflict(std::size_t number, Outcome const& entry,
         auto const name = list.findFullyQualified(entry.introducedName, thisListOnly);
         return importOf(number, package ? package->entry : name->entry);
     }
-    // The first dotted import with that root, in the order in which they were added.
+    // The first dotted import with that root, in order of addition.
     for (Import const& imported : twins.at(number).scope->imports()) {
         Outcome const candidate = describeEntry(imported.entry);
         if (candidate.kind != OutcomeKind::Package &&
@@ -219,7 +219,7 @@ void TwinScopes::checkName(std::u16string const& name) const {
         require(scope.find(name) == expectedImports(number, name), number,
                 "the imports of " + model::quoted(name));
 
-        // Every part up to a dot, the longest first, until one is introduced by something.
+        // Every prefix, the longest first, until an import introduces one.
         std::u16string part = name;
         Imports expected = expectedImports(number, part);
         while (expected.empty() && part.find(u'.') != std::u16string::npos) {

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Scopes of the host kit, each with a list of the model beside it: both are told the same, and
-/// what the scope says with places must be what the model says without.
+/// Scopes of the host kit, each with a list of the model. Both get the same entries and must give
+/// the same answers; a scope's answers also have places.
 
 #include <model/list_model.hpp>
 #include <support/twin_lists.hpp>
@@ -19,9 +19,9 @@
 
 namespace support {
 
-/// Scopes are numbered from 0 in the order of their making, and an import's place is the number of
-/// its scope with that of its addition. All operations but size() throw Difference where scope and
-/// model differ.
+/// Scopes are numbered from 0 in the order of creation. The place of an import consists of the
+/// number of its scope and the number of its addition. All operations except create() and size()
+/// throw Difference if scope and model differ.
 class TwinScopes {
   public:
     struct Place {
@@ -35,19 +35,20 @@ class TwinScopes {
 
     std::size_t size() const { return twins.size(); }
 
-    /// Makes an empty scope.
+    /// Creates an empty scope.
     void create(ListMake const& make, std::optional<std::size_t> parent);
 
-    /// Adds an entry and compares what became of it, the other party of a refusal included.
+    /// Adds an entry and compares the outcome, including the import that a refused entry conflicts
+    /// with.
     ///
     /// \returns the key of a refusal, "repeated" or "stored".
     std::string add(std::size_t number, Addition addition, model::Outcome const& entry);
 
-    /// Compares what every scope stores, sees and hides.
+    /// Compares the stored, visible and hidden imports of every scope.
     void checkScopes();
 
-    /// Compares what every scope finds under a name, alone and at the start of a dotted name. Must
-    /// come after checkScopes.
+    /// Compares the imports that every scope finds for a name, and those that it finds for a use of
+    /// that name. Call checkScopes first.
     void checkName(std::u16string const& name) const;
 
   private:
@@ -75,7 +76,7 @@ class TwinScopes {
     std::vector<Twin> twins;
     std::size_t numberOfAdditions = 0;
     std::map<model::Outcome const*, Import const*>
-        importsByEntry; ///< of the model's stored entries
+        importsByEntry; ///< keys are the entries that the model stores
 };
 
 } // namespace support
