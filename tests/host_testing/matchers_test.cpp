@@ -23,7 +23,7 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::Not;
 
-/// What a test says when \p value does not match; empty when it does.
+/// The failure message of a test if \p value does not match; empty if it matches.
 template <typename Value, typename Matcher>
 std::string failureOf(Value const& value, Matcher const& matcher) {
     testing::Matcher<Value const&> const specific(matcher);

@@ -31,7 +31,7 @@ BaseMsgID message() {
     return {{u"a.for", u"for"}, "KELDAR:lang", "KeywordInImportArgument"};
 }
 
-/// A list of a package within one of a name and a wildcard.
+/// An inner list with a package, and an outer one with a name and a wildcard.
 struct Nested {
     Nested() {
         outer->addStaticImportEntry(makeName(u"a.b"));
@@ -64,7 +64,7 @@ TEST(ThePrinters, PrintTheCatalogueOfAForeignMessage) {
 TEST(ThePrinters, PrintAMovedFromEntry) {
     InvalidImportEntry entry(message());
     InvalidImportEntry const taken(std::move(entry));
-    // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is printed.
+    // NOLINTNEXTLINE(bugprone-use-after-move): the moved-from entry is printed.
     EXPECT_EQ(PrintToString(entry), "no message");
 }
 

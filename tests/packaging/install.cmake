@@ -1,5 +1,5 @@
-# Installs into STAGE and looks at the installed library's dynamic section: ICU is the platform's alone, and no
-# path of the build tree is left.
+# Installs into STAGE and checks the dynamic section of the installed library: only the platform may need ICU, and no
+# path of the build tree may be left.
 
 file(REMOVE_RECURSE "${STAGE}")
 execute_process(
@@ -23,7 +23,7 @@ if(LIBRARY)
     endif()
 endif()
 
-# The tool runs from where it lies, and its page and completion lie where others are.
+# The installed tool must run, and its manual page and completion must be in the standard folders.
 if(TOOL)
     execute_process(COMMAND "${STAGE}/${TOOL}" --version OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
     foreach(file IN ITEMS "bash-completion/completions/import_explorer" ${MANUAL})

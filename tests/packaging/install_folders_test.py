@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: BSL-1.0
-"""Installs with the folders that packagers choose, and looks where everything lands.
+"""Installs into folders that packagers choose, and checks where the files are.
 
     install_folders_test.py SOURCE BUILD GENERATOR CXX
 
-The libraries are those of BUILD; they are copied into build trees that are only configured, since the choice of a
-folder does not change them.
+The libraries are copied from BUILD into build trees that are only configured, because they do not depend on the
+installation folders.
 """
 
 import os
@@ -28,12 +28,12 @@ class InstallFolders(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
-        # Blanks and letters beyond ASCII, as home folders have them.
+        # Home folders can have blanks and letters beyond ASCII in their names.
         self.work = Path(folder.name).resolve() / "a folder für alles"
         self.work.mkdir()
 
     def configured(self, *options):
-        """A build tree with these options and the finished libraries."""
+        """A build tree configured with these options, with the finished libraries."""
         tree = self.work / "build"
         shutil.rmtree(tree, ignore_errors=True)
         run("cmake", "-S", SOURCE, "-B", tree, "-G", GENERATOR, f"-DCMAKE_CXX_COMPILER={CXX}",
@@ -51,7 +51,7 @@ class InstallFolders(unittest.TestCase):
         return {path.relative_to(folder).as_posix() for path in folder.rglob("*") if not path.is_dir()}
 
     def check_files(self, folder, libdir, prefix):
-        """Everything is below a folder, in which the given folders are those of the libraries and of the rest."""
+        """Checks that all files in a folder are below its libdir (libraries) or prefix (the rest)."""
         files = self.files_of(folder)
         self.assertIn(f"{prefix}include/gleigem/import/import.hpp", files)
         for name in ("libgleigem.so", "pkgconfig/gleigem.pc", "cmake/gleigem/gleigemConfig.cmake"):
@@ -60,7 +60,7 @@ class InstallFolders(unittest.TestCase):
         self.assertEqual(outside, set())
 
     def check_flags(self, libdir, include):
-        """What pkg-config says reads, in a shell, as folders that exist."""
+        """Checks that a shell reads the output of pkg-config as the expected folders."""
         environment = {**os.environ, "PKG_CONFIG_PATH": str(libdir / "pkgconfig")}
         command = 'eval set -- $(pkg-config --cflags --libs gleigem); printf "%s\\n" "$@"'
         flags = run("sh", "-c", command, env=environment).stdout.splitlines()

@@ -1,6 +1,6 @@
 #!/bin/sh
-# build_and_unpack.sh CPACK BUILD_DIR PACKAGES UNPACKED: makes the packages of a build, without a warning, and unpacks
-# them together.
+# build_and_unpack.sh CPACK BUILD_DIR PACKAGES UNPACKED: builds the packages of a build tree, fails if there is any
+# warning, and unpacks them into one folder.
 
 set -eu
 rm -rf "$3" "$4"

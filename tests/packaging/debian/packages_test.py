@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Looks into the Debian packages of a build: their files, what they ask of a machine, and what is in the libraries."""
+"""Checks the Debian packages of a build: their files, dependencies and control files, and the libraries in them."""
 
 import argparse
 import gzip
@@ -29,12 +29,12 @@ class Package:
         return output_of("dpkg-deb", "--field", self.path, name).strip()
 
     def dependencies(self):
-        """The condition on the version, or None, by name of package."""
+        """The version condition, or None, by package name."""
         parts = (re.fullmatch(r"(\S+)(?: \((.*)\))?", part) for part in self.field("Depends").split(", "))
         return {part[1]: part[2] for part in parts}
 
     def entries(self):
-        """Mode, owner and path of all that it unpacks, folders included."""
+        """Mode, owner and path of all its files and folders."""
         for line in output_of("dpkg-deb", "--contents", self.path).splitlines():
             mode, owner, _, _, _, path = line.split(maxsplit=5)
             yield mode, owner, path.removeprefix("./")
@@ -43,7 +43,7 @@ class Package:
         return sorted(path for mode, _, path in self.entries() if not mode.startswith("d"))
 
     def control_files(self):
-        """The texts by name."""
+        """The texts of the control files by name."""
         with tempfile.TemporaryDirectory() as folder:
             subprocess.run(["dpkg-deb", "--control", self.path, folder], check=True)
             return {file.name: file.read_text(encoding="utf-8") for file in Path(folder).iterdir()}
@@ -152,7 +152,7 @@ class Packages(unittest.TestCase):
 
     @unittest.skipUnless(shutil.which("lintian"), "lintian is not here")
     def test_lintian_finds_no_error(self):
-        # The project has no mailbox.
+        # The project has no email address.
         subprocess.run(["lintian", "--allow-root", "--fail-on", "error",
                         "--suppress-tags", "bogus-mail-host,bogus-mail-host-in-debian-changelog",
                         *(package.path for package in self.packages)], check=True)

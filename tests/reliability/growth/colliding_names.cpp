@@ -18,8 +18,8 @@ namespace growth {
 
 namespace {
 
-// XXH3 maps eight bytes one to one to 64 bits: it turns, multiplies and shifts them by steps of
-// which each can be undone. So the bytes that lead to a hash of choice are found backwards.
+// XXH3 maps eight bytes one-to-one to 64 bits by rotations, multiplications and shifts, each of
+// which can be inverted. This file applies the inverses to compute the bytes with a given hash.
 
 using Block = std::array<char16_t, 4>;
 
@@ -32,7 +32,8 @@ constexpr std::uint64_t turn(std::uint64_t value) {
     return value ^ std::rotl(value, 49) ^ std::rotl(value, 24);
 }
 
-// Done 64 times it changes nothing: the squares of a sum of bits are the sum of their squares.
+// 64 turns are the identity: modulo 2, the square of a sum is the sum of the squares, so the 64th
+// power has three terms, each a rotation by a multiple of 64.
 constexpr std::uint64_t turnBack(std::uint64_t value) {
     for (int round = 0; round < 63; ++round) {
         value = turn(value);
@@ -48,7 +49,7 @@ constexpr std::uint64_t undoLastShift(std::uint64_t hash) {
 
 static_assert(undoLastShift(0xFEDCBA9876543210 ^ (0xFEDCBA9876543210 >> 28)) == 0xFEDCBA9876543210);
 
-// The bits that are shifted in are not among those that they change.
+// The bits that are read are not among the bits that are changed.
 constexpr std::uint64_t undoMiddleShift(std::uint64_t value) {
     return value ^ ((value >> 35) + sizeof(Block));
 }
@@ -66,12 +67,12 @@ std::u16string textOf(std::uint64_t block) {
     return {units.begin(), units.end()};
 }
 
-// What the hash mixes into every block first: all that is left of the block without a bit.
+// The value that the hash first XORs with every block. Only this value is left of a block of zeros.
 std::uint64_t mixedIn() {
     return unmixed(hashOf(textOf(0)));
 }
 
-// The hash reads the two halves of a block the other way round.
+// The hash swaps the two halves of a block.
 std::u16string textWithHash(std::uint64_t hash) {
     return textOf(std::rotl(unmixed(hash) ^ mixedIn(), 32));
 }

@@ -1,9 +1,9 @@
-"""Counts under callgrind the instructions of the subjects of a program, and compares them.
+"""Counts the instructions of a program's subjects with callgrind and compares them.
 
     growth_test.py VALGRIND PROGRAM
 
-Prints a line for each subject; fails when one grows faster than its input, or a flood costs more than names that
-nobody chose.
+Prints a line for each subject. Fails if the cost of a subject grows faster than its input, or if a flood of chosen
+names costs more than random names.
 """
 
 import re
@@ -12,15 +12,15 @@ import sys
 import tempfile
 from pathlib import Path
 
-# From n to 4n: four times as many instructions, or sixteen where entries are put to lists of which there are as many,
-# and some for containers that happen to grow in between.
+# Limits for the ratio of the instructions for 4n to those for n: 4 for linear growth, or 16 if each entry is checked
+# against each list, plus a margin for containers that grow in between.
 MOST_GROWTH = {"growth": 5.5, "square": 20.0}
-# Of a flood, compared with as many names at random.
+# Limit for the ratio of the instructions for a flood to those for the same number of random names.
 MOST_FOR_A_FLOOD = 2.0
 
 
 def count(valgrind, program):
-    """The instructions of each subject by its name."""
+    """The number of instructions by name of the subject."""
     counts = {}
     with tempfile.TemporaryDirectory() as folder:
         subprocess.run([valgrind, "--quiet", "--tool=callgrind", "--collect-atstart=no",
@@ -33,7 +33,7 @@ def count(valgrind, program):
 
 
 def group(counts, kind):
-    """The counts of the subjects of a kind, each in the order in which they were written down."""
+    """The counts of the subjects of a kind, by subject and case."""
     groups = {}
     for name, instructions in counts.items():
         its_kind, subject, case = name.split(": ")
@@ -43,7 +43,7 @@ def group(counts, kind):
 
 
 def growths(counts):
-    """A line for each subject, with the ratio that counts and the largest one that it may have."""
+    """Each subject with the counts for n and 4n and the limit for their ratio."""
     for kind, most in MOST_GROWTH.items():
         for subject, cases in group(counts, kind).items():
             few, _, many = (cases[size] for size in sorted(cases, key=int))

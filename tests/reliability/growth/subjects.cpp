@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: BSL-1.0
 
 /// \file
-/// What may not grow faster than its input, and names that may not cost more than others. Has
-/// callgrind write down the instructions of each subject for n, 2n and 4n, and those of each flood
-/// beside those of as many names that nobody chose; growth_test.py compares them. Outside valgrind
-/// it does the same to no effect.
+/// Operations whose cost must not grow faster than their input, and chosen names that must not cost
+/// more than random ones. Lets callgrind write the instructions of each operation for n, 2n and 4n,
+/// and of each flood of chosen names and the same number of random names; growth_test.py compares
+/// them. Without valgrind, the program runs the operations and writes nothing.
 
 #include "colliding_names.hpp"
 
@@ -47,7 +47,7 @@ using enum IImportList::CheckAncestorList;
 using List = std::shared_ptr<IImportList>;
 using Texts = std::vector<std::u16string>;
 
-/// A subject that does not do what it says counts for nothing.
+/// Ends the program if a subject has a wrong result: its instructions would be meaningless.
 void require(bool isRight) {
     if (!isRight) {
         std::cerr << "a subject has a wrong result\n";
@@ -60,7 +60,7 @@ std::u16string numbered(std::u16string const& text, std::size_t number) {
     return text + std::u16string(digits.begin(), digits.end());
 }
 
-// Entries. Their texts need be no identifiers: lists take what they are given.
+// Entries. Their texts need not be identifiers: lists do not check them.
 
 ImportEntry packageAs(std::u16string const& name) {
     static PackageImportEntry const package(PackageNameImportArgument{u"package"});
@@ -169,7 +169,7 @@ void measureCloning(std::size_t n) {
     require(list->clone()->getNumberOfEntries(No) == n);
 }
 
-/// Further in by \p depth lists of the library.
+/// A list of the library that is nested \p depth levels deeper than \p list.
 List nest(List list, std::size_t depth) {
     for (std::size_t level = 0; level < depth; ++level) {
         list = createImportList(std::move(list));
@@ -177,7 +177,7 @@ List nest(List list, std::size_t depth) {
     return list;
 }
 
-/// The same with as many foreign ones, in turn.
+/// The same with foreign lists and lists of the library in turn.
 List nestInForeignOnes(List list, std::size_t depth) {
     for (std::size_t level = 0; level < depth; ++level) {
         list = std::make_shared<DelegatingImportList>(createImportList(std::move(list)));
@@ -224,7 +224,7 @@ void measureEnumeratingInside(std::size_t n) {
     require(enumerate(*list) == 3);
 }
 
-/// Each list has a package of its own, so each entry is put to every list on the way to it.
+/// Each list has its own package, so each entry is checked against every list on the way to it.
 template <Nest NestIn>
 void measureEnumeratingAnEntryOfEach(std::size_t n) {
     List list;
@@ -277,12 +277,12 @@ void measureParsingALongName(std::size_t n) {
     measureParsing({name + u"name"}, 1);
 }
 
-/// What is counted for n, 2n and 4n.
+/// An operation that is measured for n, 2n and 4n.
 struct Subject {
     std::string_view why;
     void (*measure)(std::size_t n);
     std::size_t n;
-    std::string_view growth = "growth"; ///< or "square": with the square of the input
+    std::string_view growth = "growth"; ///< or "square" for quadratic growth
 };
 
 constexpr Subject subjects[]{
@@ -324,7 +324,7 @@ constexpr Subject subjects[]{
 
 // Floods.
 
-/// What names can flood: each has an index of its own. Of each entry one text alone is flooded.
+/// A text of an entry that has its own index. In a flood, only this text is chosen.
 struct FloodedIndex {
     std::string_view why;
     MakeEntry make;
@@ -337,7 +337,7 @@ constexpr FloodedIndex floodedIndexes[]{
     {"root elements", nameBelow},
 };
 
-/// Of two nested lists, each with half of the entries.
+/// Measures two nested lists with half of the entries each.
 void measureFlood(FloodedIndex const& index, Texts const& texts, std::string const& names) {
     auto const nameOf = [&](std::string const& operation) {
         return "flood: " + std::string(index.why) + ", " + operation + ": " + names;
@@ -346,7 +346,7 @@ void measureFlood(FloodedIndex const& index, Texts const& texts, std::string con
     List const outer = createImportList(nullptr);
     add(makeEntries(index.make, {texts.begin(), texts.begin() + half}), *outer);
     auto const list = createImportList(outer);
-    // Numbered from where the outer ones end, so that none hides another.
+    // Numbered after the entries of the outer list, so that no entry hides another.
     std::vector<ImportEntry> entries = makeEntries(index.make, texts);
     entries.erase(entries.begin(), entries.begin() + half);
     {
