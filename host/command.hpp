@@ -49,7 +49,7 @@ using CommandItem = std::variant<CommandEntry, CommandDiagnostic>;
 enum class Salvage : std::uint8_t {
     /// Return only the diagnostic: a command in error imports nothing.
     No,
-    /// Return their entries as well. For editors, where a command is in error while somebody types
+    /// Return their entries as well. For editors, where a command is in error while the user types
     /// it.
     Yes,
 };
@@ -110,8 +110,8 @@ inline CommandDiagnostic const* rejectionOf(std::vector<CommandItem> const& item
     return items.size() == 1 ? std::get_if<CommandDiagnostic>(items.data()) : nullptr;
 }
 
-/// The entry that may belong to an alias clause, or null. Without the texts, this is all that can
-/// be told: such an entry is the only one, and is not reported at the first argument.
+/// The entry that may belong to an alias clause, or null. Without the texts, only this is
+/// known: such an entry is the only one, and is not reported at the first argument.
 inline CommandEntry* possibleAliasIn(std::vector<CommandItem>& items) {
     auto* const entry = items.size() == 1 ? std::get_if<CommandEntry>(items.data()) : nullptr;
     bool const isPossible = entry != nullptr && entry->argument > 0 &&

@@ -18,8 +18,8 @@
 namespace lf::import::host {
 
 /// Identifies the contents of an import or a list. It is the same in every run and on every
-/// machine. Different contents can have the same fingerprint by chance; somebody who tries can find
-/// such contents.
+/// machine. Different contents can have the same fingerprint by chance; such contents can also be
+/// constructed deliberately.
 using Fingerprint = std::uint64_t;
 
 namespace detail {

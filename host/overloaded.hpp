@@ -6,9 +6,9 @@
 
 namespace lf::import::host {
 
-/// Several function objects as one, for std::visit: `Overloaded{[](CommandEntry&) {},
-/// [](CommandDiagnostic&) {}}`. An alternative without a
-/// function does not compile.
+/// Several function objects as one, for std::visit:
+/// `Overloaded{[](CommandEntry&) {}, [](CommandDiagnostic&) {}}`. An alternative without a function
+/// does not compile.
 template <typename... Functions>
 struct Overloaded : Functions... {
     using Functions::operator()...;

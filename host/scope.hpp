@@ -35,7 +35,7 @@ template <typename Place>
 struct Import {
     /// The entry as it was added.
     ImportEntry entry;
-    /// The place that the host gave.
+    /// The place, as given by the host.
     Place place;
     /// Whether it was added dynamically.
     bool isDynamic;
@@ -49,7 +49,7 @@ template <typename Place>
 struct ScopedImport {
     /// Never null; owned by its scope and valid as long as the scope exists.
     Import<Place> const* imported;
-    /// How many scopes outward it is: 0 for the scope itself, 1 for its parent.
+    /// The number of scopes outward: 0 for the scope itself, 1 for its parent.
     std::size_t distance;
 
     /// Whether both are the same object at the same distance.
@@ -107,11 +107,11 @@ struct Resolution {
     std::size_t numberOfSegments = 1;
 };
 
-/// As a number of imports: all of them.
+/// As a limit for a number of imports: no limit.
 inline constexpr std::size_t withoutLimit = std::numeric_limits<std::size_t>::max();
 
-/// A leading part of a dotted name is looked up if it has at most so many segments, so that a use
-/// takes time in proportion to its length.
+/// A leading part of a dotted name is looked up if it has at most this many segments, so that the
+/// time for a use is linear in its length.
 inline constexpr std::size_t mostSegmentsOfPrefix = 32;
 
 namespace detail {
@@ -187,8 +187,7 @@ class Scope {
     /// The same with an import list of the library or a foreign one.
     ///
     /// \p ownList must be empty and have the list of \p enclosing as its parent. It and its
-    /// ancestors must answer with entries that they store: other entries have no place and are left
-    /// out.
+    /// ancestors must return entries that they store: other entries have no place and are left out.
     Scope(std::shared_ptr<Scope const> enclosing, std::unique_ptr<IImportList> ownList)
         : parent(std::move(enclosing)), list(std::move(ownList)) {}
 
@@ -301,7 +300,7 @@ class Scope {
         Index namesByName;
         Index dottedByText;
         Index dottedByRoot;
-        /// Of the introduced name with the most.
+        /// The largest number of segments of an introduced name.
         std::size_t mostSegments = 0;
 
         Contents() = default;
@@ -334,7 +333,7 @@ class Scope {
             dottedByRoot.emplace(entry.getRootElement(), imported);
         }
 
-        /// Moves the contents of \p more into this. Allocates nothing, so that it cannot fail.
+        /// Moves the contents of \p more into this. Allocates nothing, so it cannot fail.
         void append(Contents& more) noexcept {
             imports.splice(imports.end(), more.imports);
             for (std::size_t kind = 0; kind < importsOfKind.size(); ++kind) {
@@ -388,8 +387,8 @@ class Scope {
             entry);
     }
 
-    /// The import that a refused entry conflicts with. The key and the kind of the entry tell which
-    /// index to search.
+    /// The import that a refused entry conflicts with. The key and the kind of the entry determine
+    /// which index to search.
     std::optional<ScopedImport> findConflict(std::string_view key, ImportEntry const& entry) const {
         if (key == detail::keyOf("InvalidPackageFunctionAbbreviation")) {
             return std::visit([&](auto const& held) { return findSharedRoot(held); }, entry);
@@ -420,7 +419,7 @@ class Scope {
         return imported == nullptr ? std::nullopt : std::optional(ScopedImport{imported, 0});
     }
 
-    // Finding: the list finds an entry; its address tells which scope's list stores it.
+    // Finding: the list finds an entry; its address identifies the scope whose list stores it.
 
     void appendPackage(std::u16string_view name, std::vector<ScopedImport>& found) const {
         if (auto const package = list->findPackageImportEntry(name, Check::Yes)) {
@@ -461,7 +460,8 @@ class Scope {
         }
     }
 
-    /// \p prefix, cut to as many segments as a visible import introduces and as are to be tried.
+    /// The longest part of \p prefix to look up: it has at most mostSegmentsOfPrefix segments, and at
+    /// most as many as an import of the chain introduces.
     std::u16string_view longestPrefixToTry(std::u16string_view prefix) const noexcept {
         std::size_t segments = 1;
         for (Scope const* scope = this; scope != nullptr; scope = scope->parent.get()) {
@@ -480,14 +480,14 @@ class Scope {
 
     // Enumerating: the visible entries are a subsequence of all entries of the chain.
 
-    /// The entries of one kind that the lists of the chain store, each with its import. They are
-    /// read only as far as is asked.
+    /// The entries of one kind that the lists of the chain store, each with its import. Reads them
+    /// lazily.
     template <typename Entry>
     class StoredEntries {
       public:
         explicit StoredEntries(Scope const& innermost) { open(&innermost); }
 
-        /// The import of \p entry; nothing if no list stores it. Entries are asked for in their
+        /// The import of \p entry; nothing if no list stores it. Call it with entries in their
         /// order.
         std::optional<ScopedImport> find(Entry const& entry) {
             for (std::size_t index = next; index < stored.size() || readOne(); ++index) {
@@ -519,7 +519,7 @@ class Scope {
 
         bool hasOne() { return imported != importsOf(*scope).end() && position != entries.end(); }
 
-        /// A list without entries of this kind is not asked for them.
+        /// Does not enumerate a list without entries of this kind.
         void open(Scope const* opened) {
             scope = opened;
             if (scope == nullptr) {

@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// Tests what the library needs of a platform, whatever its language is. Needs no test framework.
+/// Tests whether a platform, for any language, meets the requirements of the library. Needs no test
+/// framework.
 
 #include <import/import.hpp>
 
@@ -19,13 +20,13 @@
 
 namespace lf::import::host_testing {
 
-/// What became of a promise.
+/// The result of checking a promise.
 enum class PromiseOutcome : std::uint8_t {
-    /// The platform does as it should.
+    /// The platform keeps the promise.
     Kept,
-    /// The platform answers otherwise.
+    /// The platform gives another answer.
     Broken,
-    /// The platform throws what it should not.
+    /// The platform throws an unexpected exception.
     Threw,
 };
 
@@ -33,13 +34,13 @@ enum class PromiseOutcome : std::uint8_t {
 struct CheckedPromise {
     /// A sentence. Points to a string literal.
     std::string_view promise;
-    /// What became of it.
+    /// The result of the check.
     PromiseOutcome outcome;
 
-    /// Whether the platform does as it should.
+    /// Whether the platform keeps the promise.
     bool isKept() const noexcept { return outcome == PromiseOutcome::Kept; }
 
-    /// One line without an end: `BROKEN  the empty text is no identifier`.
+    /// Prints one line, without a line feed: `BROKEN  the empty text is no identifier`.
     friend std::ostream& operator<<(std::ostream& stream, CheckedPromise const& checked) {
         return stream << (checked.outcome == PromiseOutcome::Kept     ? "kept    "
                           : checked.outcome == PromiseOutcome::Broken ? "BROKEN  "
@@ -65,7 +66,7 @@ class ContractCheck {
     static_assert(std::is_nothrow_move_constructible_v<Holder>);
     static_assert(std::is_nothrow_move_assignable_v<Holder>);
 
-    // Otherwise callers could not catch them as what they are.
+    // Otherwise handlers for std::exception would not catch them.
     static_assert(std::is_convertible_v<InvalidSpecifier*, std::exception*>);
     static_assert(std::is_convertible_v<EmptyHolder*, std::exception*>);
 
@@ -121,7 +122,7 @@ class ContractCheck {
         expect("a move takes the message along and leaves an empty holder", [&] {
             Holder source(original);
             Holder const target(std::move(source));
-            // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is the question.
+            // NOLINTNEXTLINE(bugprone-use-after-move): the moved-from holder is tested.
             return holdsKey(target) && isEmpty(source);
         });
         expect("what happens to a copy happens to no other", [&] {
@@ -142,13 +143,13 @@ class ContractCheck {
     std::vector<CheckedPromise> takePromises() && { return std::move(promises); }
 
   private:
-    /// Notes whether \p test answers true, and throws nothing.
+    /// Records whether \p test returns true, returns false or throws.
     template <typename Test>
     void expect(std::string_view promise, Test const& test) {
         auto outcome = PromiseOutcome::Threw;
         try {
             outcome = test() ? PromiseOutcome::Kept : PromiseOutcome::Broken;
-        } catch (...) { // NOLINT(bugprone-empty-catch): the outcome says it.
+        } catch (...) { // NOLINT(bugprone-empty-catch): the outcome records it.
         }
         promises.push_back({promise, outcome});
     }
@@ -182,14 +183,14 @@ class ContractCheck {
 
 } // namespace detail
 
-/// Asks the services of the platform, and says of each promise whether it is kept.
+/// Calls the services of the platform and reports for each promise whether it is kept.
 ///
-/// Knows no answer of the language but those that it is given, and cannot find out everything: that
-/// services answer the same question in the same way each time is up to the platform.
+/// Knows only these arguments of the language, and cannot check everything: for example, the
+/// platform must ensure that a service always gives the same answer to the same question.
 ///
-/// \param packageName the name of a package, which the language takes for an identifier.
+/// \param packageName the name of a package; must be an identifier of the language.
 /// \param specifier a specifier with versions.
-/// \throws std::bad_alloc, and what the host's message holder throws when it is made.
+/// \throws std::bad_alloc, and whatever the constructor of the host's message holder throws.
 inline std::vector<CheckedPromise> checkContract(std::u16string const& packageName,
                                                  std::u16string const& specifier) {
     detail::ContractCheck check;

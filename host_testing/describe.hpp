@@ -24,8 +24,8 @@
 
 namespace lf::import::host_testing {
 
-/// `error KeywordInImportArgument("a.for", "for")`; a message that is not the library's with its
-/// catalogue before the key.
+/// `error KeywordInImportArgument("a.for", "for")`. For a message that is not the library's, its
+/// catalogue precedes the key.
 inline std::string describe(resource_core::BaseMsgID const& message) {
     std::string const text = host::toUtf8(message);
     bool const isOurs = message.catalogue == messageCatalogue;
@@ -77,7 +77,7 @@ inline std::string describe(ParsedImportEntry const& parsed) {
     return std::visit([](auto const& held) { return describe(held); }, parsed);
 }
 
-/// The argument and the entry, and under an alias clause the argument of the package:
+/// The argument and the entry and, with an alias clause, the argument of the package:
 /// `2 of 0: matrix@^2.1 as m`.
 inline std::string describe(host::CommandEntry const& found) {
     std::string place = std::to_string(found.argument);
@@ -108,8 +108,8 @@ std::vector<std::string> describe(std::vector<Element> const& elements) {
     return lines;
 }
 
-/// One line for each entry that \p list sees: names, then wildcards, then packages, each from the
-/// list outward.
+/// One line for each entry that is visible in \p list: names, then wildcards, then packages, each
+/// from the list outward.
 inline std::vector<std::string> describeVisible(IImportList const& list) {
     constexpr auto yes = IImportList::CheckAncestorList::Yes;
     std::vector<std::string> lines;

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// All of the test kit that works with any platform: printers and matchers for GoogleTest, and the
-/// test of a platform.
+/// The part of the test kit that works with any platform: printers and matchers for GoogleTest, and
+/// the test of a platform.
 
 #include <host_testing/contract.hpp>
 #include <host_testing/describe.hpp>

@@ -7,7 +7,7 @@
 /// `EXPECT_THAT(*list, ImportsName("circle"))` or
 /// `EXPECT_THAT(list->addStaticImportEntry(std::move(entry)), IsRefusedWith("PackageRedeclared"))`.
 ///
-/// Texts are UTF-8. GoogleTest itself comes from your tests.
+/// Texts are UTF-8. Your tests must link GoogleTest themselves.
 
 #include <host_testing/describe.hpp>
 #include <host_testing/printers.hpp>
@@ -34,8 +34,8 @@ namespace lf::import::host_testing {
 /// One of messageKeys: any other text does not compile.
 class KnownKey {
   public:
-    /// The key that is written like this.
-    // NOLINTNEXTLINE(google-explicit-constructor): to be written as a literal is its purpose.
+    /// The key with this text.
+    // NOLINTNEXTLINE(google-explicit-constructor): keys are passed as literals.
     consteval KnownKey(char const* literal) : key(host::detail::keyOf(literal)) {}
 
     /// The key.
@@ -221,8 +221,8 @@ inline detail::IsImportMatcher IsImport(std::string text) {
     return detail::IsImportMatcher(std::move(text));
 }
 
-/// Matches a diagnostic, a warning as well, and the result of an addition with a message of this
-/// key.
+/// Matches a diagnostic, whether error or warning, and the result of an addition, if the message
+/// has this key.
 inline detail::IsRefusedWithMatcher IsRefusedWith(KnownKey key) {
     return detail::IsRefusedWithMatcher(key.text());
 }

@@ -2,11 +2,11 @@
 #pragma once
 
 /// \file
-/// How GoogleTest prints what the library and the host kit return: as users write it. Valid entries
-/// have operator<<, which GoogleTest uses.
+/// Lets GoogleTest print what the library and the host kit return, as users would write it. Valid
+/// entries have operator<<, which GoogleTest uses.
 ///
-/// Include this in each file whose tests print these types. GoogleTest itself comes from your
-/// tests.
+/// Include this in each file whose tests print these types. Your tests must link GoogleTest
+/// themselves.
 
 #include <host_testing/describe.hpp>
 
@@ -45,7 +45,7 @@ requires(host::ValidEntry<Entry> || std::same_as<Entry, InvalidImportEntry>) voi
     *stream << host_testing::describe(parsed);
 }
 
-/// The key alone.
+/// Only the key.
 inline void PrintTo(MessageKey const& message, std::ostream* stream) {
     *stream << message.key;
 }
@@ -71,7 +71,7 @@ inline void PrintTo(FoundFullyQualifiedName const& found, std::ostream* stream) 
             << testing::PrintToString(found.origin);
 }
 
-/// What the list sees: `import list of a.b, c.* and m`.
+/// The visible entries: `import list of a.b, c.* and m`.
 inline void PrintTo(IImportList const& list, std::ostream* stream) {
     *stream << "import list of " << host_testing::joined(host_testing::describeVisible(list));
 }

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// The recording platform: the headers of the reference platform with services whose answers are a
-/// test's, and which note what they are asked. Link gleigem::recorded, the library on this
+/// The recording platform: the headers of the reference platform, with services that record each
+/// question and give the answers that a test has set. Link gleigem::recorded, the library on this
 /// platform, in place of gleigem::gleigem.
 
 #include <lf/astapi/import_command_view.hpp>
@@ -30,36 +30,36 @@ enum class Service : std::uint8_t {
     RangeFactory,
     /// The constructor of a package specifier
     Specifier,
-    /// Its text
+    /// The text of a package specifier
     SpecifierText,
-    /// The first question to a RecordingTree
+    /// RecordingTree::getNumberOfArguments
     NumberOfArguments,
-    /// The second
+    /// RecordingTree::getArgument
     Argument,
-    /// The third
+    /// RecordingTree::getText
     ArgumentText,
 };
 
-/// One question; what does not belong to it is as in an unused one.
+/// One question. Members that its service does not use keep their defaults.
 struct Question {
-    /// Who was asked.
+    /// The service that was asked.
     Service service{};
-    /// What Identifier, ReservedWord, Specifier and SpecifierText are asked about.
+    /// The text for Identifier, ReservedWord, Specifier and SpecifierText.
     std::u16string text{};
-    /// Of ReservedWord.
+    /// The selector for ReservedWord.
     int selector = 0;
-    /// The name of the tree that the last three are asked of.
+    /// The name of the tree for NumberOfArguments, Argument and ArgumentText.
     std::string tree{};
-    /// The command or the argument that they are asked about.
+    /// The command or argument, for the same services.
     lf::astapi::NodeHandle node = 0;
-    /// Of Argument.
+    /// The index for Argument.
     std::size_t index = 0;
 
     /// Whether all members are equal.
     friend bool operator==(Question const&, Question const&) = default;
 };
 
-/// One line for a person to read.
+/// Prints one readable line.
 std::ostream& operator<<(std::ostream& stream, Question const& question);
 
 /// isPackageImportsFeatureOn()
@@ -87,21 +87,22 @@ bool isAsciiIdentifier(std::u16string_view text);
 /// `for`, `while` and `end`.
 bool isOneOfThreeReservedWords(std::u16string_view text);
 
-/// Identifiers joined by dots, and perhaps `@` with numbers joined by dots behind them.
+/// Identifiers joined by dots, optionally followed by `@` and numbers joined by dots.
 bool isNameWithOrWithoutNumbers(std::u16string_view text);
 
-/// The log and the rules, all of them open to tests.
+/// The log of questions and the rules for answers. Tests can change both.
 struct Recorder {
-    /// Every question since the start, in the order in which they were asked.
+    /// All questions in the order in which they were asked.
     std::vector<Question> log;
 
     /// The answer of isValidIdentifier.
     std::function<bool(std::u16string_view)> isIdentifier = isAsciiIdentifier;
     /// The answer of isReservedWord.
     std::function<bool(std::u16string_view)> isReserved = isOneOfThreeReservedWords;
-    /// Whether a text makes a specifier; any other is refused by the exception for that.
+    /// Whether a text is a valid specifier. For any other text, the constructor throws the
+    /// exception for invalid specifiers.
     std::function<bool(std::u16string_view)> isSpecifier = isNameWithOrWithoutNumbers;
-    /// What the descriptor library calls a package that is written so, without its range.
+    /// The name of a package, from its text without the version range.
     std::function<std::u16string(std::u16string)> packageName = std::identity();
     /// The answer of isPackageImportsFeatureOn.
     bool isFeatureOn = true;
@@ -114,12 +115,12 @@ struct Recorder {
     /// from 1.
     void whenAsked(Service service, std::size_t nth, std::function<void()> action);
 
-    /// Takes a question down.
+    /// Adds a question to the log, then calls beforeAnswer.
     void ask(Question question);
 };
 
-/// The recorder that all services of this platform share. `recorder() = Recorder()` before each
-/// test forgets what was asked and brings the rules back. For one thread.
+/// The recorder that all services of this platform share. Use `recorder() = Recorder()` before each
+/// test to clear the log and reset the rules. Not for concurrent use.
 Recorder& recorder();
 
 } // namespace lf::import::host_testing::recording

@@ -33,14 +33,14 @@ class RecordingTree final : public lf::astapi::ISyntaxTree {
     /// Removes the last argument of the command.
     void removeLast() { arguments.pop_back(); }
 
-    /// Logs and answers the present number of arguments.
+    /// Logs the question and returns the current number of arguments.
     std::size_t getNumberOfArguments(lf::astapi::NodeHandle askedCommand) const override;
-    /// Logs and answers the argument.
+    /// Logs the question and returns the argument.
     ///
-    /// \throws std::out_of_range if there is none of this index.
+    /// \throws std::out_of_range if there is no argument with this index.
     lf::astapi::ArgumentNode getArgument(lf::astapi::NodeHandle askedCommand,
                                          std::size_t index) const override;
-    /// Logs and answers the text.
+    /// Logs the question and returns the text.
     ///
     /// \throws std::out_of_range for a node that is not of this tree.
     std::u16string getText(lf::astapi::NodeHandle askedArgument) const override;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSL-1.0
 
-// The services of a host, each a question to the recorder.
+// The services of a host. Each asks the recorder for its answer.
 
 #include "recorder.hpp"
 
@@ -56,7 +56,7 @@ void setPackageImportsFeature(bool on) {
 namespace Oxtavel::KeldarComponents {
 namespace {
 
-/// Keeps the text of a range as its only number.
+/// Stores the text of a range as its only number.
 class RangeFactory final : public IComponentVersionRangeFactory {
   public:
     ComponentVersionRange Create(std::u16string_view text) const override {
