@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view blanksOfALine = " \t\v\f";
 
-/// The part of a line around a place in it.
+/// A line of a file, to extend ranges in it.
 class Line {
   public:
     Line(SourceFile const& source, std::size_t lineNumber)
@@ -23,15 +23,15 @@ class Line {
           next(lineNumber < source.numberOfLines() ? source.lineBegin(lineNumber + 1)
                                                    : source.size()) {}
 
-    /// The blanks before \p range and that.
+    /// \p range and the blanks before it.
     SourceRange withBlanksBefore(SourceRange const& range) const {
         std::string_view const before = text.substr(0, range.begin - begin);
         std::size_t const size = before.size() - (before.find_last_not_of(blanksOfALine) + 1);
         return {range.begin - size, range.end, number, range.column - size};
     }
 
-    /// \p statement with its semicolon and the blanks that it leaves behind: if there is nothing
-    /// else, the whole line.
+    /// \p statement with its semicolon and the blanks that become redundant; the whole line if
+    /// nothing else is on it.
     SourceRange withSurroundings(SourceRange const& statement) const {
         std::size_t end = skipBlanks(statement.end - begin);
         if (text.substr(end).starts_with(';')) {
@@ -45,7 +45,7 @@ class Line {
         return range.begin == begin ? whole() : range;
     }
 
-    /// With its end.
+    /// The line with its line end.
     SourceRange whole() const { return {begin, next, number, 1}; }
 
   private:
@@ -59,7 +59,7 @@ class Line {
     std::size_t next;
 };
 
-/// Makes the edits of fixes of one command.
+/// Makes the edits for the fixes of one command.
 class CommandEditor {
   public:
     CommandEditor(AnalysedFile const& analysedFile, std::size_t command)
@@ -102,13 +102,13 @@ class CommandEditor {
         return {{range.end, range.end, range.line, column}, " as " + fix.alias};
     }
 
-    /// Of a command with one entry.
+    /// Whether the command, which has one entry, has an alias clause.
     bool hasAlias() const {
         return std::ranges::any_of(analysed.command.arguments,
                                    [](Word const& word) { return word.text == "as"; });
     }
 
-    /// A command has one package at most with an alias.
+    /// A command for each fix with an alias: a command can have only one package with an alias.
     std::string commandsWithAlias(std::span<Fix const> fixes) const {
         std::string commands;
         for (Fix const& fix : fixes) {
@@ -135,7 +135,7 @@ bool hasOnlyBlanks(std::string_view text) {
     return text.find_first_not_of(blanksOfALine) == std::string_view::npos;
 }
 
-/// Whether the edits of a line leave only blanks of it.
+/// Whether only blanks are left of a line after its edits.
 bool leaveNothing(AnalysedFile const& file, std::span<Edit const> edits) {
     std::size_t const number = edits.front().removed.line;
     std::string_view const line = file.source.line(number);
@@ -151,7 +151,7 @@ bool leaveNothing(AnalysedFile const& file, std::span<Edit const> edits) {
     return hasOnlyBlanks(line.substr(position));
 }
 
-/// Removes lines of which nothing is left.
+/// Extends the edits to remove lines of which nothing is left.
 std::vector<Edit> withWholeLines(AnalysedFile const& file, std::vector<Edit> const& edits) {
     std::vector<Edit> result;
     for (auto begin = edits.begin(); begin != edits.end();) {
@@ -168,7 +168,7 @@ std::vector<Edit> withWholeLines(AnalysedFile const& file, std::vector<Edit> con
     return result;
 }
 
-/// The fixes of the file by command, those of a command in the order of its entries.
+/// The fixes of the file in the order of their commands and entries.
 std::vector<Fix> collectFixes(AnalysedFile const& file) {
     std::vector<Fix> fixes;
     for (Diagnostic const& diagnostic : file.diagnostics) {
@@ -190,7 +190,7 @@ std::string applyEdits(std::string_view text, std::vector<Edit> const& edits) {
     std::string result;
     std::size_t position = 0;
     for (Edit const& edit : edits) {
-        // Statements that go both claim the blanks between them.
+        // Two adjacent removed statements both include the blanks between them.
         std::size_t const begin = std::max(edit.removed.begin, position);
         result.append(text.substr(position, begin - position)).append(edit.inserted);
         position = edit.removed.end;

@@ -38,8 +38,8 @@ struct FixedText {
 /// Applies every fix of the diagnostics of \p file.
 FixedText applyFixes(AnalysedFile const& file);
 
-/// Fixes are applied in at most so many rounds, each with an analysis of the text that the one
-/// before left: a script could have a round for each of its lines, which takes quadratic time.
+/// Limit for the rounds of fixes. Each round analyses the text that the previous one produced, so a
+/// script that needs a round for each of its lines would take quadratic time.
 inline constexpr std::size_t mostRoundsOfFixes = 16;
 
 /// A file after its fixes.
@@ -49,8 +49,9 @@ struct FixedFile {
     std::size_t fixes = 0;
 };
 
-/// Analyses \p source and applies fixes until none is left, since one fix can enable another, or
-/// after the last round; then the diagnostics of the file still have some.
+/// Analyses \p source and applies fixes in rounds, since one fix can enable another. Stops when
+/// none is left or after mostRoundsOfFixes rounds; then the diagnostics of the file may still have
+/// fixes.
 FixedFile analyseAndFix(SourceFile source, AnalysisOptions const& options);
 
 } // namespace explorer

@@ -60,7 +60,7 @@ EntryReference entryOf(AnalysedFile const& file, Diagnostic const& diagnostic) {
     return {command, static_cast<std::size_t>(found - entries.begin())};
 }
 
-/// Tells which unused imports can go without a change of meaning for the rest.
+/// Determines which unused imports can be removed without changing the meaning of the rest.
 class Removals {
   public:
     explicit Removals(AnalysedFile const& analysed) : file(analysed) {
@@ -93,7 +93,7 @@ class Removals {
     }
 
   private:
-    /// What was not understood may use any import.
+    /// A part of the script that was not understood may use any import.
     static bool hidesUses(Diagnostic const& diagnostic) {
         return diagnostic.key.empty() && (diagnostic.finding == Finding::ScriptProblem ||
                                           diagnostic.finding == Finding::ScopeTooDeep);
@@ -103,7 +103,7 @@ class Removals {
         return name && names.contains(*name);
     }
 
-    /// A name hides a package of an enclosing scope from the dotted imports beside it.
+    /// A name hides a package of an enclosing scope from the dotted imports in its own scope.
     bool mayHidePackage(AnalysedEntry const& entry) const {
         return entry.kind != EntryKind::Package && isIn(packages, entry.introducedName) &&
                isIn(roots, entry.introducedName);
@@ -131,8 +131,8 @@ class Aliases {
         }
     }
 
-    /// A numbered \p name, which \p package can be imported under, if there is one. The name
-    /// must live as long as this object.
+    /// \p name with a number, if \p package can be imported under it. \p name must live as long as
+    /// this object.
     std::optional<std::string> find(std::string_view name, std::string const& package) {
         std::string alias;
         std::size_t& number = numbers.try_emplace(name, firstNumber).first->second;
@@ -146,7 +146,7 @@ class Aliases {
     }
 
   private:
-    /// The platform decides what a name is.
+    /// Whether the platform accepts \p alias as an alias of \p package.
     static bool isAccepted(std::string const& package, std::string const& alias) {
         ImportCommand const command{0, false, {{package, {}}, {"as", {}}, {alias, {}}}, {}};
         SyntaxTree tree;
