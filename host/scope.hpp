@@ -460,8 +460,8 @@ class Scope {
         }
     }
 
-    /// The longest part of \p prefix to look up: it has at most mostSegmentsOfPrefix segments, and at
-    /// most as many as an import of the chain introduces.
+    /// The longest part of \p prefix to look up. It has at most mostSegmentsOfPrefix segments and
+    /// at most as many as an import of the chain introduces.
     std::u16string_view longestPrefixToTry(std::u16string_view prefix) const noexcept {
         std::size_t segments = 1;
         for (Scope const* scope = this; scope != nullptr; scope = scope->parent.get()) {
