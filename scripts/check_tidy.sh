@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# check_tidy.sh [PATTERN...]: checks source files against .clang-tidy, compiled as under preset dev; all of
-# them, or those whose path matches a regular expression (`scripts/check_tidy.sh import/list`). Any finding is
-# a failure.
+# check_tidy.sh [PATTERN...]: runs clang-tidy on source files with the flags of preset dev: on all files, or on those
+# whose path matches a regular expression (`scripts/check_tidy.sh import/list`). Any finding is a failure.
+# Newer versions have checks that .clang-tidy does not cover, so they are not used.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
@@ -11,18 +11,17 @@ build=build/tidy
 require_packages "${test_packages[@]}" "${lint_packages[@]}"
 
 if ! tidy=$(newest run-clang-tidy $version); then
-    printf 'clang-tidy %s is not here: newer versions check more than .clang-tidy knows of, so nothing is checked.\n' \
-        $version
+    printf 'clang-tidy %s is not installed: not checked.\n' $version
     exit
 fi
 
-# Most of the time goes into the headers of others. Sources that can be compiled together read them once.
+# Parsing the headers of other libraries takes most of the time. Sources compiled together parse them only once.
 step "configuring $build"
 unity=ON
 (($# == 0)) || unity=OFF
 cmake --preset dev -B $build -DCMAKE_UNITY_BUILD=$unity >/dev/null
 
-# Each source once: some are compiled into several targets, and clang-tidy would check each again.
+# Check each source once, although some are compiled into several targets.
 mkdir -p $build/each_once
 python3 - $build <<'EOF'
 import json
@@ -34,7 +33,7 @@ build = Path(sys.argv[1]).resolve()
 
 
 def sources_of(file):
-    """Our own sources that the compiler reads for a file."""
+    """The project's sources that the compiler reads for a file."""
     if file.parent.name == "Unity":
         return set(re.findall(r'#include "(.*)"', file.read_text()))
     return {str(file)} if build not in file.parents else set()
@@ -47,7 +46,7 @@ for command, sources in sorted(commands, key=lambda each: len(each[1]) == 1):
     if sources <= seen:
         continue
     seen |= sources
-    if len(sources) == 1:  # by its own path, which chooses its .clang-tidy
+    if len(sources) == 1:  # use its own path, which determines its .clang-tidy
         source = next(iter(sources))
         command = {**command, "file": source, "command": command["command"].replace(command["file"], source)}
     once.append(command)
@@ -55,7 +54,7 @@ for command, sources in sorted(commands, key=lambda each: len(each[1]) == 1):
 EOF
 printf "Checks: '-bugprone-suspicious-include'\nInheritParentConfig: true\n" >$build/.clang-tidy
 
-# The commands are g++'s and may name warnings that clang does not know.
+# The commands are for g++ and may name warnings that clang does not know.
 step "running clang-tidy"
 "$tidy" -quiet -p $build/each_once -j "$(nproc)" -extra-arg=-Wno-unknown-warning-option "$@" \
     2> >(grep -v 'warnings generated' >&2 || true)

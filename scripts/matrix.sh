@@ -1,35 +1,35 @@
 #!/usr/bin/env bash
-# matrix.sh [NAME...]: builds, installs and tests the library in the ways of packagers and on other systems and
-# processors; all of them, or those named. `matrix.sh --list` says what there is. Everything happens below
-# build/matrix, where each variant leaves a log. It takes hours; docs/portability.md has the results.
+# matrix.sh [NAME...]: builds, installs and tests the library as packagers do, and for other systems and processors.
+# Runs all variants, or the named ones; `matrix.sh --list` lists them. Each variant writes its files and a log below
+# build/matrix. All variants together take hours; docs/portability.md has the results.
 #
-# Foreign processors need Debian's cross compilers (g++-aarch64-linux-gnu and so on) and qemu-user, Windows needs
-# g++-mingw-w64-x86-64-posix and wine. A variant whose tools are missing is skipped.
+# Other processors need Debian's cross compilers (g++-aarch64-linux-gnu etc.) and qemu-user; Windows needs
+# g++-mingw-w64-x86-64-posix and wine. Variants whose tools are missing are skipped.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 source scripts/lib/foreign.sh
 
 declare -A variants=(
     [release]="g++, -O3"
-    [lto]="-flto by flag"
+    [lto]="g++, -flto as a flag"
     [ipo]="CMAKE_INTERPROCEDURAL_OPTIMIZATION"
-    [clang-lto]="the newest clang, -flto, lld"
+    [clang-lto]="newest clang, -flto, lld"
     [static]="BUILD_SHARED_LIBS=OFF, with the unit tests"
     [static-own-platform]="BUILD_SHARED_LIBS=OFF on a host's own platform"
     [unity]="CMAKE_UNITY_BUILD=ON, with the tool"
     [debug-mode]="-D_GLIBCXX_DEBUG, with the unit tests"
     [makefiles]="Unix Makefiles"
-    [dh]="Debian's own way: dpkg-buildpackage with debhelper"
+    [dh]="Debian packages by dpkg-buildpackage with debhelper"
     [multi-config]="Ninja Multi-Config, Debug and Release installed side by side"
     [cxx23]="C++23 with -fvisibility=hidden"
-    [parent]="a parent's own strict warnings as errors, the library added as a folder"
-    [strange-path]="a checkout without .git in a folder with blanks and letters beyond ASCII, with the unit tests"
+    [parent]="add_subdirectory in a parent project with strict warnings as errors"
+    [strange-path]="an exported tree in a folder with blanks and letters beyond ASCII, with the unit tests"
     [aarch64]="64 bits, arm, with the unit tests"
     [armhf]="32 bits, arm, with the unit tests"
     [i386]="32 bits, x86, with the unit tests"
     [riscv64]="64 bits, RISC-V, on a host's own platform"
     [s390x]="64 bits, big-endian, with the unit tests"
-    [windows]="x86-64 Windows by mingw-w64 on a host's own platform"
+    [windows]="x86-64 Windows, mingw-w64, on a host's own platform"
     [windows-static]="the same as static libraries"
 )
 
@@ -37,17 +37,17 @@ unit_tests=(gleigem_tests gleigem_internal_tests gleigem_platform_tests gleigem_
 bare=(-DGLEIGEM_BUILD_TESTS=OFF -DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_TOOLS=OFF)
 tested=(-DGLEIGEM_BUILD_EXAMPLES=OFF -DGLEIGEM_BUILD_TOOLS=OFF)
 
-# skip REASON: ends a variant that cannot be tried here.
+# skip REASON: ends a variant that cannot run on this machine.
 skip() {
     printf '%s\n' "$1" >&3
     exit 77
 }
 
-# need COMMAND...: skips the variant where one is missing.
+# need COMMAND...: skips the variant if a command is missing.
 need() {
     local command
     for command in "$@"; do
-        command -v "$command" || skip "$command is not here"
+        command -v "$command" || skip "$command is not installed"
     done
 }
 
@@ -62,7 +62,7 @@ check_exported_names() {
     scripts/check_exports.sh "$tree/import/libgleigem.so"
 }
 
-# use_installed OPTION...: installs $tree, uses it as somebody who knows its name, and by pkg-config.
+# use_installed OPTION...: installs $tree, then builds and runs a consumer that finds it with find_package.
 use_installed() {
     local prefix=$tree/prefix
     cmake --install "$tree" --prefix "$prefix"
@@ -78,7 +78,7 @@ use_by_pkg_config() {
     "$tree/by_pkg_config"
 }
 
-# shared_library OPTION...: a shared library without tests, its exported names, and a user of it.
+# shared_library OPTION...: builds a shared library without tests, checks its exported names, and uses it installed.
 shared_library() {
     configure "${bare[@]}" "$@"
     cmake --build "$tree"
@@ -87,8 +87,8 @@ shared_library() {
     use_by_pkg_config
 }
 
-# unit_tested OPTION...: a build with the unit tests, which run with the given emulator. Little optimization: the tests
-# are large, and compiling them takes most of the time.
+# unit_tested OPTION...: builds the unit tests and runs them with $emulator. Optimizes little, because most of the time
+# is spent on compiling the tests.
 unit_tested() {
     configure "${tested[@]}" -DCMAKE_CXX_FLAGS_RELEASE="-O1 -DNDEBUG" "$@"
     cmake --build "$tree" --target "${unit_tests[@]}"
@@ -109,10 +109,10 @@ variant_unity() {
     "$tree/prefix/bin/import_explorer" --version
 }
 
-# Containers of this mode are other types, so GoogleTest is built in it, too, and the tests of the platform and the
-# host kit are left out, which need a RapidCheck that Debian has in one mode only.
+# Debug mode changes the types of containers, so GoogleTest is built in this mode, too. The tests of the platform and
+# the host kit are left out: they need RapidCheck, which Debian provides only without debug mode.
 variant_debug-mode() {
-    [[ -e /usr/src/googletest ]] || skip "the sources of GoogleTest are not here (googletest)"
+    [[ -e /usr/src/googletest ]] || skip "the sources of GoogleTest (package googletest) are not installed"
     cmake -S /usr/src/googletest -B "$tree/googletest" -G Ninja -DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG \
         -DCMAKE_INSTALL_PREFIX="$tree/googletest/prefix"
     cmake --build "$tree/googletest" --target install
@@ -120,10 +120,11 @@ variant_debug-mode() {
     unit_tested -DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG -DCMAKE_PREFIX_PATH="$tree/googletest/prefix"
     check_exported_names
 }
-# The archiver must read what the compiler of the same version writes.
+
+# The archiver must be able to read the compiler's objects, so both have the same version.
 variant_clang-lto() {
     local clang version
-    clang=$(newest clang++) || skip "no clang++ is here"
+    clang=$(newest clang++) || skip "clang++ is not installed"
     version=${clang#clang++}
     need "ld.lld$version" "llvm-ar$version" "llvm-ranlib$version"
     shared_library -DCMAKE_CXX_COMPILER="$clang" -DCMAKE_CXX_FLAGS=-flto -DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld \
@@ -131,7 +132,7 @@ variant_clang-lto() {
         -DCMAKE_RANLIB="$(command -v "llvm-ranlib$version")"
 }
 
-# Without the tests the second time: what is installed is all there is to build.
+# The second build has no tests: it builds only what is installed.
 variant_static() {
     unit_tested -DBUILD_SHARED_LIBS=OFF
     configure "${bare[@]}" -DBUILD_SHARED_LIBS=OFF
@@ -163,7 +164,8 @@ variant_multi-config() {
     readelf --dynamic "$tree/Debug/consumer" | grep 'libgleigem-debug\.so'
 }
 
-# The packages remember nothing of the folder that they were built in; lintian and a user see no error in them.
+# Checks that lintian finds no error, that the packages do not contain the path of the build folder, and that a consumer
+# can use the unpacked files.
 variant_dh() {
     need dpkg-buildpackage dh lintian
     source=$tree/gleigem-0.1.0
@@ -232,7 +234,8 @@ variant_armhf() { cross arm-linux-gnueabihf armhf arm-linux-gnueabihf qemu-arm; 
 variant_i386() { cross i686-linux-gnu i386 i386-linux-gnu qemu-i386; }
 variant_s390x() { cross s390x-linux-gnu s390x s390x-linux-gnu qemu-s390x; }
 
-# Debian 12 has compilers for it and no packages, so that the headers are those of another processor, and ICU is out.
+# Debian 12 has a cross compiler for RISC-V but no packages, so the headers are those of another processor, and there
+# is no ICU.
 variant_riscv64() {
     set_cross riscv64-linux-gnu arm64 aarch64-linux-gnu qemu-riscv64
     source=examples/own_platform
@@ -241,7 +244,7 @@ variant_riscv64() {
     ctest --test-dir "$tree" --output-on-failure
 }
 
-# A host's own platform needs no ICU, which Debian does not have for Windows. Wine finds libraries by WINEPATH.
+# Debian has no ICU for Windows; the own platform does not need it. Wine finds libraries through WINEPATH.
 windows() {
     need x86_64-w64-mingw32-g++-posix
     fetch_foreign_packages i386 build/matrix/packages/i386
@@ -258,7 +261,7 @@ windows() {
     fi
 }
 
-# The table of exports has every name of the list, but for what only ELF has.
+# The table of exports must have every listed name, except for those that exist only in ELF.
 variant_windows() {
     windows
     local missing
@@ -280,7 +283,7 @@ if [[ ${1-} == --list ]]; then
     exit
 fi
 
-# try NAME: runs a variant in a process of its own, which ends at the first failure; prints one line.
+# try NAME: runs a variant in its own process, which ends at the first failure, and prints one line.
 try() {
     local name=$1 start=$SECONDS status=0 log=build/matrix/$1.log reason
     reason=$(scripts/matrix.sh --alone "$name" 3>&1 &>"$log") || status=$?
@@ -306,7 +309,7 @@ names=("$@")
 ((${#names[@]})) || mapfile -t names < <(printf '%s\n' "${!variants[@]}" | sort)
 for name in "${names[@]}"; do
     [[ ${variants[$name]-} ]] || {
-        printf 'There is no variant %s; matrix.sh --list says what there is.\n' "$name" >&2
+        printf 'Unknown variant: %s. Run matrix.sh --list for a list.\n' "$name" >&2
         exit 2
     }
     try "$name"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Everything that must hold: formatting, clang-tidy, the demonstration, the installed library, coverage, a moment
-# of fuzzing, instructions, the binary interface, and all tests under each preset, warnings being errors. On
-# Debian 12 or 13, as root, it installs what is missing; elsewhere it says what is.
+# Runs every check: formatting, clang-tidy, the demonstration, the installed library, coverage, short fuzzing,
+# instruction counts, the binary interface, and all tests under each preset. Warnings are errors. On Debian 12 or 13, as
+# root, it installs missing packages; elsewhere it lists them.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 

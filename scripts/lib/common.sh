@@ -22,13 +22,13 @@ newest() {
     printf '%s\n' "$found"
 }
 
-# step WHAT: announces the next step; WHAT must read well after "Stopped while".
+# step WHAT: prints the name of the next step. WHAT must fit after "Stopped while".
 step() {
     current_step=$1
     printf '\n==> %s\n' "$1"
 }
 
-# is_there PROBE: whether a command, a <header>, a /path or a Python module exists.
+# is_there PROBE: whether a command, a <header> or a /path exists, or a Python "import MODULE" works.
 is_there() {
     case $1 in
         "<"*) g++ -E -x c++ - <<<"#if !__has_include($1)
@@ -40,14 +40,14 @@ is_there() {
     esac &>/dev/null
 }
 
-# is_debian VERSION...: whether this is one of these releases of Debian.
+# is_debian VERSION...: whether the system is one of these releases of Debian.
 is_debian() {
     [[ -r /etc/os-release ]] && (. /etc/os-release && [[ ${ID-} == debian && " $* " == *" ${VERSION_ID-none} "* ]])
 }
 
 source scripts/lib/packages.sh
 
-# require_packages LINE...: makes sure that each package is installed; installs missing ones if this is Debian and root.
+# require_packages LINE...: installs missing packages as root on Debian 12 or 13; elsewhere, lists them and exits.
 require_packages() {
     local line package probe missing=()
     for line in "$@"; do

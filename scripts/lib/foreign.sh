@@ -1,10 +1,9 @@
-# Files of Debian packages for other processors, without making the machine a multi-architecture one. Sourced, never
-# run.
+# Unpacks Debian packages for other processors without enabling their architectures on this machine. Sourced, never run.
 
 foreign_packages=(libicu-dev libicu72 libgtest-dev libgmock-dev librapidcheck-dev librange-v3-dev libboost1.74-dev
     libboost-dev libxxhash-dev)
 
-# fetch_foreign_packages ARCHITECTURE FOLDER: unpacks them below FOLDER/root, once.
+# fetch_foreign_packages ARCHITECTURE FOLDER: downloads the packages once and unpacks them to FOLDER/root.
 fetch_foreign_packages() {
     local architecture=$1 folder=$2 package
     [[ ! -e $folder/complete ]] || return 0
@@ -21,7 +20,7 @@ CONFIGURATION
     (
         cd "$folder"
         export APT_CONFIG=$PWD/apt.conf
-        apt-get -qq update || true # what is missing is missed below
+        apt-get -qq update || true # a missing package fails the download
         apt-get -qq download "${foreign_packages[@]}"
         for package in *.deb; do
             dpkg-deb --extract "$package" root

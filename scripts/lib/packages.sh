@@ -1,5 +1,5 @@
-# The packages of Debian 12 and 13 that the scripts need: each line names a package and a probe for it, which is a
-# command, a <header> or a /path. Sourced, never run.
+# The packages of Debian 12 and 13 that the scripts need. Each line names a package and a probe for it: a command, a
+# <header>, a /path or a Python import. Sourced, never run.
 
 demo_packages=(
     "g++                 g++"
@@ -45,7 +45,7 @@ abi_packages=(
     "xz-utils            xz"
 )
 
-# The scripts for clang-format and clang-tidy set the version, which only Debian 12 has.
+# clang-format and clang-tidy are listed below: the scripts require a version that only Debian 12 has.
 lint_packages=(
     "flake8              flake8"
 )
