@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # check_tidy.sh [PATTERN...]: runs clang-tidy on source files with the flags of preset dev: on all files, or on those
 # whose path matches a regular expression (`scripts/check_tidy.sh import/list`). Any finding is a failure.
-# Newer versions have checks that .clang-tidy does not cover, so they are not used.
+# Newer versions of clang-tidy have checks that .clang-tidy does not cover, so they are not used.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
