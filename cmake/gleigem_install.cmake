@@ -21,7 +21,7 @@ if(gleigem_library_type STREQUAL STATIC AND NOT GLEIGEM_PLATFORM_TARGET)
     set(static_dependencies "find_dependency(ICU COMPONENTS uc)")
 endif()
 
-# The library finds a platform in its own folder, wherever both are installed.
+# The library finds the platform in its own folder, even if the installed tree is moved.
 if(APPLE)
     set_property(TARGET gleigem APPEND PROPERTY INSTALL_RPATH "@loader_path")
 elseif(NOT WIN32)

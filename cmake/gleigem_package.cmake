@@ -67,7 +67,7 @@ set(CPACK_POST_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/package/after_packing.cm
 set(CPACK_GLEIGEM_PYTHON "${Python3_EXECUTABLE}")
 set(CPACK_GLEIGEM_STRIP "${CMAKE_STRIP}")
 set(CPACK_GLEIGEM_CHANGELOG "${PROJECT_SOURCE_DIR}/CHANGELOG.md")
-# The project has no mailbox; to publish packages, set -DCPACK_PACKAGE_CONTACT="Name <address>".
+# The project has no email address; to publish packages, set -DCPACK_PACKAGE_CONTACT="Name <address>".
 if(NOT CPACK_PACKAGE_CONTACT)
     set(CPACK_PACKAGE_CONTACT "The gleigem developers <gleigem@localhost>")
 endif()

@@ -24,8 +24,8 @@ function(gleigem_configure_target target)
     endif()
 endfunction()
 
-# gleigem_mark_exports(TARGET PREFIX): defines what the marks in TARGET's headers depend on: PREFIX_BUILDING within a
-# shared library, PREFIX_STATIC in a static one and whoever links it.
+# gleigem_mark_exports(TARGET PREFIX): defines the macros that control the export macros in TARGET's headers:
+# PREFIX_BUILDING when a shared library is compiled; PREFIX_STATIC for a static library and its users.
 function(gleigem_mark_exports target prefix)
     set_target_properties(${target} PROPERTIES DEFINE_SYMBOL ${prefix}_BUILDING)
     get_target_property(type ${target} TYPE)

@@ -53,7 +53,7 @@ OPERATORS = {
 class Mutant:
     begin: int
     end: int
-    text: str  # in place of what stands there
+    text: str  # replaces the text of the range
 
     def apply(self, source):
         return source[: self.begin] + self.text + source[self.end :]
@@ -145,7 +145,7 @@ class MutantMaker:
             self.add(begin, begin + 1, "")
         elif cursor.kind == CursorKind.UNARY_OPERATOR and self.source[begin : begin + 2] in ("++", "--"):
             self.add(begin, begin + 2, "--" if self.source[begin] == "+" else "++")
-        # An operator stands between its operands, whether built-in, overloaded or rewritten.
+        # An operator is between its operands, whether it is built-in, overloaded or rewritten.
         for first, second in zip(children, children[-1:]):
             end, begin = self.range(first)[1], self.range(second)[0]
             between = self.source[end:begin]

@@ -7,8 +7,8 @@ foreach(path IN LISTS paths)
         file(CHMOD "${path}" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ
                                          WORLD_EXECUTE)
     elseif(path MATCHES "\\.so\\.[0-9.]+$|/bin/[^/]+$" AND NOT IS_SYMLINK "${path}")
-        # Installed programs find the libraries by a search path of their own. The loader searches the folders of
-        # packages anyway, and Debian does not allow such a path there.
+        # Installed programs have a search path for the libraries. The loader searches the folders of packages anyway,
+        # and Debian does not allow search paths in packages.
         file(RPATH_REMOVE FILE "${path}")
     elseif(path MATCHES "\\.a$")
         # CPack does not strip these, which contain the paths of the build tree in their debug information.

@@ -1,9 +1,9 @@
 # Debian's cross compilers, whose programs are run by qemu-user. scripts/matrix.sh sets these variables:
 #
 #   -DGLEIGEM_CROSS_COMPILER=  the prefix of the compiler's name, aarch64-linux-gnu
-#   -DGLEIGEM_CROSS_FOLDER=    what Debian calls its folders of libraries, mostly the same
+#   -DGLEIGEM_CROSS_FOLDER=    the name of Debian's library folder, usually the same
 #   -DGLEIGEM_CROSS_EMULATOR=  qemu-aarch64
-#   -DGLEIGEM_CROSS_ROOT=      where the packages for that processor are unpacked
+#   -DGLEIGEM_CROSS_ROOT=      the folder with the unpacked packages for that processor
 
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES GLEIGEM_CROSS_COMPILER GLEIGEM_CROSS_FOLDER GLEIGEM_CROSS_EMULATOR
                                          GLEIGEM_CROSS_ROOT)
@@ -21,7 +21,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-# CMake asks the compiler for the folder, whose answer is another one where the packages are another processor's.
+# CMake derives this folder from the compiler, which is wrong if the packages are for another processor.
 list(APPEND CMAKE_PREFIX_PATH "/usr/lib/${GLEIGEM_CROSS_FOLDER}/cmake")
 string(CONCAT CMAKE_CXX_FLAGS_INIT "-isystem \"${GLEIGEM_CROSS_ROOT}/usr/include\" "
               "-isystem \"${GLEIGEM_CROSS_ROOT}/usr/include/${GLEIGEM_CROSS_FOLDER}\"")

@@ -1,5 +1,5 @@
-# Debian's compiler for 64-bit Windows, g++-mingw-w64-x86-64-posix, and wine for the programs that it makes. Headers of
-# Boost and range-v3 are those of GLEIGEM_CROSS_ROOT, packages unpacked for any processor.
+# Debian's compiler for 64-bit Windows, g++-mingw-w64-x86-64-posix, and wine to run the programs. The headers of Boost
+# and range-v3 are in GLEIGEM_CROSS_ROOT, which has packages unpacked for any processor.
 
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES GLEIGEM_CROSS_ROOT)
 

@@ -29,7 +29,7 @@ inline constexpr KindOfReport drawnReport{"--unused --scopes", KindOfReport::For
 inline constexpr KindOfReport reportAfterFixes{
     "--unused --fix", KindOfReport::Format::Text, false, false, true, true};
 
-/// Those of scripts as they are.
+/// The reports that apply no fixes.
 extern std::vector<KindOfReport> const kindsOfReport;
 
 /// In bytes.
