@@ -28,6 +28,7 @@ struct SpellingRow {
 
 TEST(FindNearestSpelling, FindsWhatMayHaveBeenMeant) {
     std::u16string const longest(longestComparedName, u'n');
+    std::u16string const tooLong = longest + u'n';
     std::array const rows{
         SpellingRow{u"circel", {u"square", u"circle"}, 1, "two letters are swapped"},
         SpellingRow{u"circl", {u"circle"}, 0, "a letter is missing"},
@@ -45,8 +46,8 @@ TEST(FindNearestSpelling, FindsWhatMayHaveBeenMeant) {
         SpellingRow{u"a", {u""}, {}, "the empty name resembles nothing"},
         SpellingRow{u"図彩影", {u"図形影"}, 0, "letters beyond ASCII"},
         SpellingRow{longest, {std::u16string_view(longest).substr(1)}, 0, "the maximum length"},
-        SpellingRow{longest + u'n', {longest}, {}, "longer names are not compared"},
-        SpellingRow{longest, {}, {}, "the maximum length without candidates"},
+        SpellingRow{tooLong, {longest}, {}, "longer names are not compared"},
+        SpellingRow{longest, {tooLong}, {}, "longer candidates are not compared"},
     };
     for (auto const& [name, candidates, nearest, why] : rows) {
         EXPECT_EQ(findNearestSpelling(name, candidates), nearest) << why;
