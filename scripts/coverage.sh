@@ -19,9 +19,12 @@ find "$build" -name '*.gcda' -delete
 cmake --build --preset coverage --target "${tests[@]}"
 
 step "running the tests"
+runs=()
 for test in "${tests[@]}"; do
-    "$(find "$build/tests" -name "$test" -type f)" --gtest_brief=1 --gtest_filter=-RandomLists.*
+    "$(find "$build/tests" -name "$test" -type f)" --gtest_brief=1 --gtest_filter=-RandomLists.* &
+    runs+=($!)
 done
+wait_for "${runs[@]}"
 
 step "reading the coverage"
 python3 scripts/coverage.py "$build"

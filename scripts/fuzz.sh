@@ -48,6 +48,4 @@ for target in "${targets[@]}"; do
     fuzz "$target" &
     runs+=($!)
 done
-for run in "${runs[@]}"; do
-    wait "$run"
-done
+wait_for "${runs[@]}"

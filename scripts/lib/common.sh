@@ -28,6 +28,14 @@ step() {
     printf '\n==> %s\n' "$1"
 }
 
+# wait_for PROCESS...: waits for background processes; fails if one of them does.
+wait_for() {
+    local process
+    for process in "$@"; do
+        wait "$process"
+    done
+}
+
 # is_there PROBE: whether a command, a <header> or a /path exists, or a Python "import MODULE" works.
 is_there() {
     case $1 in
