@@ -180,6 +180,27 @@ std::vector<Fix> collectFixes(AnalysedFile const& file) {
     return fixes;
 }
 
+struct FixedText {
+    std::string text;
+    std::size_t fixes = 0; ///< applied
+};
+
+/// Applies every fix of the diagnostics of \p file.
+FixedText applyFixes(AnalysedFile const& file) {
+    std::vector<Fix> const fixes = collectFixes(file);
+    std::vector<Edit> edits;
+    for (auto begin = fixes.begin(); begin != fixes.end();) {
+        std::size_t const command = begin->entry.command;
+        auto const end = std::find_if(begin, fixes.end(),
+                                      [&](Fix const& fix) { return fix.entry.command != command; });
+        for (Edit& edit : CommandEditor(file, command).edit({begin, end})) {
+            edits.push_back(std::move(edit));
+        }
+        begin = end;
+    }
+    return {applyEdits(file.source.text(), withWholeLines(file, edits)), fixes.size()};
+}
+
 } // namespace
 
 std::vector<Edit> editsFor(AnalysedFile const& file, Fix const& fix) {
@@ -196,21 +217,6 @@ std::string applyEdits(std::string_view text, std::vector<Edit> const& edits) {
         position = edit.removed.end;
     }
     return result.append(text.substr(position));
-}
-
-FixedText applyFixes(AnalysedFile const& file) {
-    std::vector<Fix> const fixes = collectFixes(file);
-    std::vector<Edit> edits;
-    for (auto begin = fixes.begin(); begin != fixes.end();) {
-        std::size_t const command = begin->entry.command;
-        auto const end = std::find_if(begin, fixes.end(),
-                                      [&](Fix const& fix) { return fix.entry.command != command; });
-        for (Edit& edit : CommandEditor(file, command).edit({begin, end})) {
-            edits.push_back(std::move(edit));
-        }
-        begin = end;
-    }
-    return {applyEdits(file.source.text(), withWholeLines(file, edits)), fixes.size()};
 }
 
 FixedFile analyseAndFix(SourceFile source, AnalysisOptions const& options) {

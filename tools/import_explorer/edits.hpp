@@ -28,16 +28,6 @@ std::vector<Edit> editsFor(AnalysedFile const& file, Fix const& fix);
 /// Applies \p edits to \p text. They must be in source order.
 std::string applyEdits(std::string_view text, std::vector<Edit> const& edits);
 
-/// The text of a file with fixes applied.
-struct FixedText {
-    std::string text;
-    /// The number of fixes applied.
-    std::size_t fixes = 0;
-};
-
-/// Applies every fix of the diagnostics of \p file.
-FixedText applyFixes(AnalysedFile const& file);
-
 /// Limit for the rounds of fixes. Each round analyses the text that the previous one produced, so a
 /// script that needs a round for each of its lines would take quadratic time.
 inline constexpr std::size_t mostRoundsOfFixes = 16;

@@ -86,7 +86,7 @@ std::vector<Row> const rows{
     {"add a name: its root element is hidden here",           [](IImportList& list) { add(list, makeName(u"b.y")); },                   nothing},
     {"add a wildcard: its root element is looked up",         [](IImportList& list) { add(list, makeWildcard(u"x.*")); },               FindPackage},
     {"add a wildcard: already in this list",                  [](IImportList& list) { add(list, makeWildcard(u"c.*")); },               nothing},
-    {"add a package: only this list is checked for conflicts",[](IImportList& list) { add(list, makePackage(u"x")); },                  nothing},
+    {"add a package: only this list is checked for conflicts", [](IImportList& list) { add(list, makePackage(u"x")); },                  nothing},
 };
 
 // clang-format on

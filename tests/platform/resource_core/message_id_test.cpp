@@ -84,8 +84,7 @@ TEST(MsgIDHolder, KeepsACopyBeyondTheHolderThatItWasCopiedFrom) {
 TEST(MsgIDHolder, AllocatesNothingToCopyAnEmptyOne) {
     GenericMsgIDHolder const empty;
     std::size_t const before = support::countAllocations();
-    GenericMsgIDHolder copy(
-        empty); // NOLINT(performance-unnecessary-copy-initialization): the subject
+    GenericMsgIDHolder copy(empty);
     copy = empty;
     std::size_t const after = support::countAllocations();
     EXPECT_EQ(after, before);

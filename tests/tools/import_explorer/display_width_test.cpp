@@ -53,8 +53,6 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"nor can an eight-bit control", "\u009B2J", "<U+009B>2J", 10},
         Row{"a delete is a control", "\x7F", "<U+007F>", 8},
         Row{"a tab has no width on its own", "a\tb", "a<U+0009>b", 10},
-        // The override character is the input of this row.
-        // NOLINTNEXTLINE(misc-misleading-bidirectional)
         Row{"the direction of writing cannot be turned", "\u202Ex", "<U+202E>x", 9},
         Row{"what is invisible is shown", "\u200B\u2028", "<U+200B><U+2028>", 16},
         Row{"unassigned and private characters may look like anything", "\uE000", "<U+E000>", 8},
