@@ -4,7 +4,8 @@
 # build/matrix. All variants together take hours; docs/portability.md has the results.
 #
 # Other processors need Debian's cross compilers (g++-aarch64-linux-gnu etc.) and qemu-user; Windows needs
-# g++-mingw-w64-x86-64-posix and wine. Variants whose tools are missing are skipped.
+# g++-mingw-w64-x86-64-posix and wine; other releases of Debian need root and debootstrap. Variants whose tools are
+# missing are skipped.
 
 source "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 source scripts/lib/foreign.sh
@@ -13,6 +14,7 @@ declare -A variants=(
     [release]="g++, -O3"
     [lto]="g++, -flto as a flag"
     [ipo]="CMAKE_INTERPROCEDURAL_OPTIMIZATION"
+    [mold]="g++ with the linker mold"
     [clang-lto]="newest clang, -flto, lld"
     [static]="BUILD_SHARED_LIBS=OFF, with the unit tests"
     [static-own-platform]="BUILD_SHARED_LIBS=OFF on a host's own platform"
@@ -29,7 +31,9 @@ declare -A variants=(
     [i386]="32 bits, x86, with the unit tests"
     [riscv64]="64 bits, RISC-V, on a host's own platform"
     [s390x]="64 bits, big-endian, with the unit tests"
-    [windows]="x86-64 Windows, mingw-w64, on a host's own platform"
+    [debian-13]="scripts/test.sh in a new root of Debian 13, as root, an hour"
+    [debian-sid]="the same in Debian's development branch, with its newest g++ and clang"
+    [windows]="x86-64 Windows, mingw-w64, on a host's own platform, with the unit tests that need no ICU"
     [windows-static]="the same as static libraries"
 )
 
@@ -104,20 +108,32 @@ variant_ipo() { shared_library -DCMAKE_INTERPROCEDURAL_OPTIMIZATION=ON; }
 variant_makefiles() { generator="Unix Makefiles" shared_library; }
 variant_cxx23() { shared_library -DCMAKE_CXX_STANDARD=23 -DCMAKE_CXX_FLAGS=-fvisibility=hidden; }
 
+variant_mold() {
+    need mold
+    shared_library -DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=mold -DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold
+}
+
 variant_unity() {
     shared_library -DCMAKE_UNITY_BUILD=ON -DGLEIGEM_BUILD_TOOLS=ON
     "$tree/prefix/bin/import_explorer" --version
 }
 
+# build_googletest OPTION...: builds GoogleTest from Debian's sources and sets $googletest to the option that finds it.
+build_googletest() {
+    [[ -e /usr/src/googletest ]] || skip "the sources of GoogleTest (package googletest) are not installed"
+    local prefix=$tree/googletest/prefix
+    cmake -S /usr/src/googletest -B "$tree/googletest" -G Ninja -DCMAKE_INSTALL_PREFIX="$prefix" \
+        -DCMAKE_INSTALL_LIBDIR=lib "$@"
+    cmake --build "$tree/googletest" --target install
+    googletest=-DGTest_DIR=$prefix/lib/cmake/GTest
+}
+
 # Debug mode changes the types of containers, so GoogleTest is built in this mode, too. The tests of the platform and
 # the host kit are left out: they need RapidCheck, which Debian provides only without debug mode.
 variant_debug-mode() {
-    [[ -e /usr/src/googletest ]] || skip "the sources of GoogleTest (package googletest) are not installed"
-    cmake -S /usr/src/googletest -B "$tree/googletest" -G Ninja -DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG \
-        -DCMAKE_INSTALL_PREFIX="$tree/googletest/prefix"
-    cmake --build "$tree/googletest" --target install
+    build_googletest -DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG
     unit_tests=(gleigem_tests gleigem_internal_tests gleigem_abi_tests)
-    unit_tested -DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG -DCMAKE_PREFIX_PATH="$tree/googletest/prefix"
+    unit_tested -DCMAKE_CXX_FLAGS=-D_GLIBCXX_DEBUG "$googletest"
     check_exported_names
 }
 
@@ -244,21 +260,63 @@ variant_riscv64() {
     ctest --test-dir "$tree" --output-on-failure
 }
 
-# Debian has no ICU for Windows; the own platform does not need it. Wine finds libraries through WINEPATH.
+# debian SUITE: runs scripts/test.sh in a new root. The mounts end with the process.
+debian() {
+    need debootstrap unshare
+    ((EUID == 0)) || skip "a root of its own needs root"
+    local root=$tree/root
+    rm -rf "$root"
+    debootstrap --variant=minbase "$1" "$root"
+    cp --recursive /etc/apt/apt.conf.d "$root/etc/apt" # how this machine reaches the archive
+    chroot "$root" apt-get update
+    mkdir "$root/gleigem"
+    git archive HEAD | tar --extract --directory "$root/gleigem"
+    unshare --mount --pid --fork bash -ec '
+        mount --types proc proc "$0/proc"
+        mount --rbind /sys "$0/sys"
+        mount --rbind /dev "$0/dev"
+        mount --types devpts --options newinstance,ptmxmode=0666 devpts "$0/dev/pts"
+        env --ignore-environment PATH="$PATH" HOME=/root LANG=C.UTF-8 chroot "$0" /gleigem/scripts/test.sh' "$root"
+}
+
+variant_debian-13() { debian trixie; }
+variant_debian-sid() { debian sid; }
+
+# in_wine PROGRAM ARGUMENT...: runs a program of Windows, which finds libraries in its own folder and the build tree's.
+in_wine() {
+    local folder
+    folder=$(dirname "$1")
+    WINEPREFIX=$tree/wine WINEDEBUG=-all \
+        WINEPATH="$folder;$folder/gleigem/import;$compiler_libraries;/usr/x86_64-w64-mingw32/lib" wine "$@"
+}
+
+# Debian has no ICU for Windows; the example's platform and the second platform do not need it.
 windows() {
-    need x86_64-w64-mingw32-g++-posix
+    local compiler=x86_64-w64-mingw32-g++-posix
+    need $compiler wine
     fetch_foreign_packages i386 build/matrix/packages/i386
+    local options=(-DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/toolchains/debian_mingw.cmake"
+        -DGLEIGEM_CROSS_ROOT="$PWD/build/matrix/packages/i386/root" "$@")
+    local compiler_libraries
+    compiler_libraries=$(dirname "$($compiler -print-file-name=libstdc++-6.dll)")
+
     source=examples/own_platform
-    configure -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/toolchains/debian_mingw.cmake" \
-        -DGLEIGEM_CROSS_ROOT="$PWD/build/matrix/packages/i386/root" "$@"
+    configure "${options[@]}"
     cmake --build "$tree"
-    if command -v wine; then
-        export WINEPREFIX=$tree/wine WINEDEBUG=-all WINEPATH
-        WINEPATH="$tree;$tree/gleigem/import;$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")"
-        WINEPATH+=";/usr/x86_64-w64-mingw32/lib"
-        wine "$tree/aviary.exe" | grep 'left-wing is birds.left-wing'
-        wine "$tree/check_contract.exe" birds shapes@3+
-    fi
+    in_wine "$tree/aviary.exe" | grep 'left-wing is birds.left-wing'
+    in_wine "$tree/check_contract.exe" birds shapes@3+
+    windows_unit_tests "${options[@]}"
+}
+
+# A program of Windows replaces new for itself alone, so what libraries allocate cannot be counted.
+windows_unit_tests() {
+    build_googletest "$@" -DBUILD_SHARED_LIBS=OFF
+    cmake -S tests/second_platform/host -B "$tree/second_platform" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        -DGLEIGEM_SOURCE_DIR="$PWD" "$googletest" "$@"
+    cmake --build "$tree/second_platform"
+    in_wine "$tree/second_platform/name_tests.exe" --gtest_brief=1
+    in_wine "$tree/second_platform/second_platform_tests.exe" --gtest_brief=1 \
+        --gtest_filter=-ExceptionsOfEveryService.ComeOutUnchangedAndLeaveNothingBehind
 }
 
 # The table of exports must have every listed name, except for those that exist only in ELF.

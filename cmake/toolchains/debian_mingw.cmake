@@ -5,6 +5,7 @@ set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES GLEIGEM_CROSS_ROOT)
 
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 find_program(wine NAMES wine64 wine NO_CACHE)

@@ -48,14 +48,21 @@ is_there() {
     esac &>/dev/null
 }
 
-# is_debian VERSION...: whether the system is one of these releases of Debian.
+# is_debian VERSION...: whether the system is one of these releases of Debian; "development" is the next one, which has
+# no number yet.
 is_debian() {
-    [[ -r /etc/os-release ]] && (. /etc/os-release && [[ ${ID-} == debian && " $* " == *" ${VERSION_ID-none} "* ]])
+    [[ -r /etc/os-release ]] &&
+        (. /etc/os-release && [[ ${ID-} == debian && " $* " == *" ${VERSION_ID-development} "* ]])
 }
 
 source scripts/lib/packages.sh
 
-# require_packages LINE...: installs missing packages as root on Debian 12 or 13; elsewhere, lists them and exits.
+# can_install: whether the packages of packages.sh are those of this system.
+can_install() {
+    is_debian 12 13 development
+}
+
+# require_packages LINE...: installs missing packages as root on Debian; elsewhere, lists them and exits.
 require_packages() {
     local line package probe missing=()
     for line in "$@"; do
@@ -64,7 +71,7 @@ require_packages() {
     done
     ((${#missing[@]})) || return 0
 
-    if is_debian 12 13 && ((EUID == 0)); then
+    if can_install && ((EUID == 0)); then
         step "installing ${missing[*]}"
         export DEBIAN_FRONTEND=noninteractive
         apt-get -qq update
@@ -77,13 +84,13 @@ require_packages() {
 
 explain_missing() {
     printf 'Missing packages, by their Debian names:\n\n    %s\n\n' "$*" >&2
-    if is_debian 12 13; then
+    if can_install; then
         printf 'Run this script as root, or install them first:\n\n    sudo apt-get install %s\n' "$*"
     elif command -v apt-get >/dev/null; then
-        printf 'This is neither Debian 12 nor 13, so nothing was installed. If your system uses the same names:\n'
+        printf 'This script installs packages on Debian only. If your system uses the same names:\n'
         printf '\n    sudo apt-get install %s\n' "$*"
     else
-        printf 'This is neither Debian 12 nor 13, so nothing was installed. Install the equivalent\n'
-        printf 'packages of your system, then run this script again.\n'
+        printf 'This script installs packages on Debian only. Install the equivalent packages of your system,\n'
+        printf 'then run this script again.\n'
     fi >&2
 }

@@ -1,5 +1,12 @@
-# The packages of Debian 12 and 13 that the scripts need. Each line names a package and a probe for it: a command, a
-# <header>, a /path or a Python import. Sourced, never run.
+# The packages of Debian 12, 13 and the next release that the scripts need. Each line names a package and a probe for it:
+# a command, a <header>, a /path or a Python import. Sourced, never run.
+
+# The newest clang that both releases have. The next one has newer ones, and drops old ones.
+clang_version=19
+if is_debian development; then
+    newest_clang=$(apt-cache search --names-only "^clang-[0-9]+\$" | sed -E "s/^clang-([0-9]+) .*/\1/" | sort -n | tail -n 1)
+    clang_version=${newest_clang:-$clang_version}
+fi
 
 demo_packages=(
     "g++                 g++"
@@ -33,9 +40,9 @@ test_packages=(
     "libgmock-dev        <gmock/gmock.h>"
     "librapidcheck-dev   <rapidcheck.h>"
     "python3-jsonschema  import jsonschema"
-    "clang-19            clang++-19"
-    "libc++-19-dev       /usr/lib/llvm-19/include/c++/v1/version"
-    "libc++abi-19-dev    /usr/lib/llvm-19/lib/libc++abi.so"
+    "clang-$clang_version            clang++-$clang_version"
+    "libc++-$clang_version-dev       /usr/lib/llvm-$clang_version/include/c++/v1/version"
+    "libc++abi-$clang_version-dev    /usr/lib/llvm-$clang_version/lib/libc++abi.so"
     "${package_packages[@]}"
     "${reference_packages[@]}"
 )
@@ -51,8 +58,8 @@ lint_packages=(
 )
 
 fuzz_packages=(
-    "clang-19            clang++-19"
-    "libclang-rt-19-dev  /usr/lib/llvm-19/lib/clang/19/include/fuzzer"
+    "clang-$clang_version            clang++-$clang_version"
+    "libclang-rt-$clang_version-dev  /usr/lib/llvm-$clang_version/lib/clang/$clang_version/include/fuzzer"
 )
 
 # Preset release includes the tests.

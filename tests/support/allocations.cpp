@@ -20,6 +20,14 @@ thread_local std::size_t allocationsUntilFailure = noLimit;
 thread_local support::Shortage shortageToCome{};
 thread_local bool failed = false;
 
+std::size_t usableSize(void* memory) noexcept {
+#ifdef _WIN32
+    return memory == nullptr ? 0 : _msize(memory);
+#else
+    return malloc_usable_size(memory);
+#endif
+}
+
 /// Whether the next allocation fails.
 bool failsNow() noexcept {
     if (allocationsUntilFailure == noLimit) {
@@ -41,13 +49,13 @@ void* allocate(std::size_t size) noexcept {
     ++allocations;
     void* const memory = failsNow() ? nullptr : std::malloc(size == 0 ? 1 : size);
     liveAllocations += memory == nullptr ? 0 : 1;
-    liveBytes += malloc_usable_size(memory);
+    liveBytes += usableSize(memory);
     return memory;
 }
 
 void giveBack(void* memory) noexcept {
     liveAllocations -= memory == nullptr ? 0 : 1;
-    liveBytes -= malloc_usable_size(memory);
+    liveBytes -= usableSize(memory);
     std::free(memory);
 }
 
