@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <memory>
 #include <string>
 
 namespace explorer {
@@ -35,6 +36,42 @@ Exit status:
   1  errors in the input, or something could not be read or fixed
   2  an invalid command line, or the output could not be written
   3  out of memory)";
+
+/// Lays the help out, since versions of CLI11 differ in this. help2man reads the result.
+class HelpFormatter : public CLI::Formatter {
+  public:
+    std::string make_help(CLI::App const* app, std::string /*name*/,
+                          CLI::AppFormatMode /*mode*/) const override {
+        std::string arguments;
+        std::string positionals;
+        std::string options;
+        for (CLI::Option const* const option : app->get_options()) {
+            if (option->get_positional()) {
+                arguments += ' ' + make_option_usage(option);
+                positionals += make_option(option, true);
+            } else {
+                options += make_option(option, false);
+            }
+        }
+        return app->get_description() + "\nUsage: " + app->get_name() + " [OPTIONS]" + arguments +
+               "\n\nPositionals:\n" + positionals + "\nOptions:\n" + options + '\n' +
+               app->get_footer() + '\n';
+    }
+
+    std::string make_option(CLI::Option const* option, bool isPositional) const override {
+        std::string line = "  " + make_option_name(option, isPositional) + make_option_opts(option);
+        std::string const nextLine = '\n' + std::string(column_width_, ' ');
+        if (line.size() < column_width_) {
+            line.resize(column_width_, ' ');
+        } else {
+            line += nextLine;
+        }
+        for (char const character : option->get_description()) {
+            line += character == '\n' ? nextLine : std::string(1, character);
+        }
+        return line + '\n';
+    }
+};
 
 Behavior toBehavior(std::string const& packages) {
     if (packages == "on") {
@@ -66,6 +103,7 @@ std::variant<Options, Notice> parseOptions(int argc, char const* const* argv) {
     std::string format = "text";
 
     CLI::App app(description, "import_explorer");
+    app.formatter(std::make_shared<HelpFormatter>());
     app.footer(footer);
     app.set_version_flag("--version", IMPORT_EXPLORER_VERSION, "Print the version and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
