@@ -7,7 +7,8 @@
 #include <host/catalogue.hpp>
 
 int main() {
-    // Not constexpr: the constructor checks the table at compile time in any case.
-    lf::import::host::MessageCatalogue const catalogue({WORDS});
+    // Not constexpr: the constructor checks the table at compile time in any case. With =, since
+    // g++ 14 rejects other initializations of a local constant by any consteval constructor.
+    auto const catalogue = lf::import::host::MessageCatalogue({WORDS});
     return catalogue.wordsFor("MixedImportType") ? 0 : 1;
 }
