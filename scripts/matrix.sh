@@ -231,7 +231,11 @@ variant_strange-path() {
 # set_cross COMPILER DEBIAN FOLDER EMULATOR: sets $cross_options and $emulator for a processor.
 set_cross() {
     need "$1-g++" "$4"
-    emulator=("$4" -L "/usr/$1" -E "LD_LIBRARY_PATH=$PWD/build/matrix/packages/$2/root/usr/lib/$3")
+    local libraries=$PWD/build/matrix/packages/$2/root/usr/lib/$3
+    emulator=("$4" -L "/usr/$1" -E "LD_LIBRARY_PATH=$libraries")
+    if [[ $2 == i386 ]]; then # qemu-i386 7.2 hangs in programs with threads, and x86-64 runs them itself
+        emulator=("/usr/$1/lib/ld-linux.so.2" --library-path "/usr/$1/lib:$libraries")
+    fi
     cross_options=(-DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/toolchains/debian_cross.cmake" -DGLEIGEM_CROSS_COMPILER="$1"
         -DGLEIGEM_CROSS_FOLDER="$3" -DGLEIGEM_CROSS_EMULATOR="$4"
         -DGLEIGEM_CROSS_ROOT="$PWD/build/matrix/packages/$2/root")
