@@ -34,7 +34,9 @@ add_custom_command(
     OUTPUT "${manual_page}"
     COMMAND "${GLEIGEM_HELP2MAN}" --no-info --section 1 "--manual=gleigem" "--source=gleigem ${PROJECT_VERSION}"
             "--name=show what the import commands of scripts mean" "--output=${manual_page}"
-            $<TARGET_FILE:import_explorer>
+            "./$<TARGET_FILE_NAME:import_explorer>"
+    # help2man cannot run programs in folders with letters beyond ASCII.
+    WORKING_DIRECTORY "$<TARGET_FILE_DIR:import_explorer>"
     DEPENDS import_explorer
     COMMENT "Making the manual page of import_explorer"
     VERBATIM)
