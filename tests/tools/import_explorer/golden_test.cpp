@@ -55,7 +55,7 @@ class Golden : public testing::TestWithParam<GoldenCase> {};
 
 TEST_P(Golden, ReportIsAsReviewed) {
     auto const& [file, arguments, isOnTerminal] = GetParam();
-    std::string const command = "TERM=xterm NO_COLOR= $explorer " + std::string(arguments);
+    std::string const command = "TERM=xterm NO_COLOR= import_explorer " + std::string(arguments);
     if (isOnTerminal && !support::canMakeTerminals()) {
         GTEST_SKIP() << "There is no pseudo-terminal here.";
     }

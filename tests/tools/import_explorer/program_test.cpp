@@ -81,7 +81,7 @@ TEST_F(Program, ShowsEntriesAndDiagnosticsInSourceOrder) {
                          "    frob\n"
                          "    import\n"
                          "}\n");
-    Outcome const outcome = run("$explorer some.import");
+    Outcome const outcome = run("import_explorer some.import");
     EXPECT_EQ(outcome.output,
               R"(some.import
    3 | import a.b.c long.name.* "" d.e
@@ -110,7 +110,7 @@ some.import:6:5: error: unknown statement 'frob': expected 'import', 'dynamic im
 TEST_F(Program, ShowsOnlyDiagnosticsAndTheSummaryWhenQuiet) {
     write("some.import", "import a.b\nimport a.1\n");
     EXPECT_EQ(
-        run("$explorer --quiet some.import").output,
+        run("import_explorer --quiet some.import").output,
         R"(some.import:2:8: error: 'a.1' is neither a dotted name, nor a wildcard, nor a package [InvalidImportArgument]
    2 | import a.1
      |        ^~~
@@ -120,7 +120,7 @@ TEST_F(Program, ShowsOnlyDiagnosticsAndTheSummaryWhenQuiet) {
 
 TEST_F(Program, ShowsAWarningBesideItsEntryAndSucceeds) {
     write("some.import", "import a.for\nimport 1a.*\n");
-    Outcome const outcome = run("$explorer --packages off some.import");
+    Outcome const outcome = run("import_explorer --packages off some.import");
     EXPECT_EQ(outcome.output,
               R"(some.import
    1 | import a.for
@@ -142,18 +142,18 @@ some.import:2:8: warning: the wildcard '1a.*' has no prefix of valid names [Malf
 TEST_F(Program, AsksTheFeatureSwitchUnlessToldOtherwise) {
     write("some.import", "import pkg\n");
     std::string const refusal = "[ImportArgumentWithoutDot]";
-    EXPECT_EQ(run("$explorer some.import").status, 0);
-    EXPECT_THAT(run("$explorer --feature off some.import").output, HasSubstr(refusal));
-    EXPECT_THAT(run("$explorer --feature off --packages follow some.import").output,
+    EXPECT_EQ(run("import_explorer some.import").status, 0);
+    EXPECT_THAT(run("import_explorer --feature off some.import").output, HasSubstr(refusal));
+    EXPECT_THAT(run("import_explorer --feature off --packages follow some.import").output,
                 HasSubstr(refusal));
-    EXPECT_EQ(run("$explorer --feature off --packages on some.import").status, 0);
-    EXPECT_THAT(run("$explorer --feature on --packages off some.import").output,
+    EXPECT_EQ(run("import_explorer --feature off --packages on some.import").status, 0);
+    EXPECT_THAT(run("import_explorer --feature on --packages off some.import").output,
                 HasSubstr(refusal));
 }
 
 TEST_F(Program, AlignsCaretsBelowTabsAndWideCharacters) {
     write("some.import", "\timport\t図形.円 cafe\u0301.a for.\n");
-    EXPECT_EQ(run("$explorer --quiet some.import").output,
+    EXPECT_EQ(run("import_explorer --quiet some.import").output,
               "some.import:1:22: error: 'for.' is neither a dotted name, nor a wildcard, nor a "
               "package [InvalidImportArgument]\n"
               "   1 | \timport\t図形.円 cafe\u0301.a for.\n"
@@ -164,7 +164,7 @@ TEST_F(Program, AlignsCaretsBelowTabsAndWideCharacters) {
 
 TEST_F(Program, TakesAByteOrderMarkAndCarriageReturns) {
     write("some.import", "\xEF\xBB\xBFimport a.b\r\nimport for\r\n");
-    Outcome const outcome = run("$explorer some.import");
+    Outcome const outcome = run("import_explorer some.import");
     EXPECT_EQ(outcome.output,
               R"(some.import
    1 | import a.b
@@ -180,17 +180,18 @@ some.import:2:8: error: 'for' cannot be imported: 'for' is a reserved word [Keyw
 TEST_F(Program, KeepsEscapeSequencesAwayFromTheTerminal) {
     write("some.import", "import a.\x1b[31m\n\x1b]0;x\x07\n");
     for (std::string const options : {"", "--packages off ", "--lines "}) {
-        std::string const output = run("$explorer " + options + "some.import").output;
+        std::string const output = run("import_explorer " + options + "some.import").output;
         EXPECT_THAT(output, Not(HasSubstr("\x1b")));
         EXPECT_THAT(output, HasSubstr("a.<U+001B>[31m"));
     }
     write("a\x1b[1m.import", "import a.b c\n");
-    EXPECT_THAT(run("$explorer ./a*.import").output, HasSubstr("./a<U+001B>[1m.import:1:12:"));
+    EXPECT_THAT(run("import_explorer ./a*.import").output,
+                HasSubstr("./a<U+001B>[1m.import:1:12:"));
 }
 
 TEST_F(Program, ReadsAnyTextLineByLine) {
     write("code.py", "from x import y\nimport os.path;  # why\nprint(\"}\")\n");
-    EXPECT_EQ(run("$explorer --lines code.py").output, R"(code.py
+    EXPECT_EQ(run("import_explorer --lines code.py").output, R"(code.py
    2 | import os.path
      |   [0]  name      os.path  introduces path  root os
 
@@ -199,7 +200,7 @@ TEST_F(Program, ReadsAnyTextLineByLine) {
 }
 
 TEST_F(Program, ReadsStandardInput) {
-    Outcome const outcome = run("printf 'import a.b\\nimport 1' | $explorer -");
+    Outcome const outcome = run("printf 'import a.b\\nimport 1' | import_explorer -");
     EXPECT_THAT(outcome.output, StartsWith("<stdin>\n   1 | import a.b\n"));
     EXPECT_THAT(outcome.output, HasSubstr("<stdin>:2:8: error: "));
     EXPECT_EQ(outcome.status, 1);
@@ -211,11 +212,11 @@ TEST_F(Program, WalksFoldersInSortedOrderAndLeavesOutWhatIsNotMeant) {
         write(name, "import 1\n");
     }
     fs::create_directory_symlink(folder.path() / "t", folder.path() / "t/a/loop");
-    EXPECT_THAT(filesWithProblems(run("$explorer t").output),
+    EXPECT_THAT(filesWithProblems(run("import_explorer t").output),
                 ElementsAre("t/a/y.import", "t/a/z.import", "t/a.import", "t/b.import"));
-    EXPECT_THAT(filesWithProblems(run("$explorer --lines t").output),
+    EXPECT_THAT(filesWithProblems(run("import_explorer --lines t").output),
                 ElementsAre("t/a/y.import", "t/a/z.import", "t/a.import", "t/b.import", "t/c.txt"));
-    EXPECT_THAT(filesWithProblems(run("$explorer t/c.txt t/.git").output),
+    EXPECT_THAT(filesWithProblems(run("import_explorer t/c.txt t/.git").output),
                 ElementsAre("t/c.txt", "t/.git/x.import"))
         << "a file named on the command line is read, whatever its name is";
 }
@@ -223,7 +224,7 @@ TEST_F(Program, WalksFoldersInSortedOrderAndLeavesOutWhatIsNotMeant) {
 TEST_F(Program, ReportsFilesThatAreNoTextAndGoesOn) {
     write("a.import", "import a\n\xC3(\n");
     write("c.import", "import c\n");
-    Outcome const outcome = run("$explorer --quiet a.import missing c.import");
+    Outcome const outcome = run("import_explorer --quiet a.import missing c.import");
     EXPECT_EQ(outcome.output,
               "a.import: error: not UTF-8 text: byte 0xC3 at offset 9\n"
               "missing: error: cannot open: No such file or directory\n"
@@ -235,7 +236,7 @@ TEST_F(Program, ReportsFilesThatAreNoTextAndGoesOn) {
 
 TEST_F(Program, ReportsAFileThatCannotBeRead) {
     // The mode allows reading, but reading fails even for the superuser.
-    Outcome const outcome = run("$explorer --quiet /proc/self/mem");
+    Outcome const outcome = run("import_explorer --quiet /proc/self/mem");
     EXPECT_THAT(outcome.output,
                 StartsWith("/proc/self/mem: error: cannot read: Input/output error\n"));
     EXPECT_EQ(outcome.status, 1);
@@ -244,8 +245,8 @@ TEST_F(Program, ReportsAFileThatCannotBeRead) {
 TEST_F(Program, WritesTheSameJsonDocumentEveryTime) {
     write("a.import", "import a.b\nimport 1\n");
     write("b.import", "import \xFF");
-    Outcome const first = run("$explorer --json --packages off . missing");
-    Outcome const second = run("$explorer --json --packages off . missing");
+    Outcome const first = run("import_explorer --json --packages off . missing");
+    Outcome const second = run("import_explorer --json --packages off . missing");
     EXPECT_EQ(first.output, second.output);
     EXPECT_EQ(first.status, 1);
     auto const document = nlohmann::json::parse(first.output);
@@ -261,16 +262,16 @@ TEST_F(Program, WritesTheSameJsonDocumentEveryTime) {
 
 TEST_F(Program, WritesTheFormatThatIsAskedFor) {
     write("some.import", "import 1\n");
-    EXPECT_THAT(run("$explorer --format text some.import").output,
+    EXPECT_THAT(run("import_explorer --format text some.import").output,
                 StartsWith("some.import\nsome.import:1:8:"));
-    EXPECT_EQ(run("$explorer --format json some.import").output,
-              run("$explorer --json some.import").output);
-    Outcome const sarif = run("$explorer --format sarif some.import");
+    EXPECT_EQ(run("import_explorer --format json some.import").output,
+              run("import_explorer --json some.import").output);
+    Outcome const sarif = run("import_explorer --format sarif some.import");
     EXPECT_EQ(sarif.status, 1);
     EXPECT_EQ(nlohmann::json::parse(sarif.output)["runs"][0]["results"][0]["ruleId"],
               "InvalidImportArgument");
-    EXPECT_EQ(run("$explorer --format json --json some.import").status, 2);
-    EXPECT_EQ(run("$explorer --format xml some.import").status, 2);
+    EXPECT_EQ(run("import_explorer --format json --json some.import").status, 2);
+    EXPECT_EQ(run("import_explorer --format xml some.import").status, 2);
 }
 
 std::string readFile(fs::path const& path) {
@@ -281,7 +282,7 @@ std::string readFile(fs::path const& path) {
 TEST_F(Program, ShowsFixesBelowDiagnostics) {
     write("some.import", "import p@1 a.b\nimport p@1; import p@2; import a.b a.b\n");
     EXPECT_EQ(
-        run("$explorer --quiet --unused some.import").output,
+        run("import_explorer --quiet --unused some.import").output,
         R"(some.import:1:12: error: one command imports either packages or dotted names, not both [MixedImportType]
    1 | import p@1 a.b
      |            ^~~
@@ -313,7 +314,7 @@ TEST_F(Program, FixesFilesAndReportsOnWhatIsLeft) {
     write("a/one.import", "import p@1\r\nimport p@2\r\nuse p; use x\r\n");
     write("a/two.import", "import c.d\n# text\n");
     write("a/three.import", "use a.b\n");
-    Outcome const first = run("$explorer --quiet --fix --unused a");
+    Outcome const first = run("import_explorer --quiet --fix --unused a");
     EXPECT_EQ(first.status, 1);
     EXPECT_EQ(readFile(folder.path() / "a/one.import"), "import p@1\r\nuse p; use x\r\n");
     EXPECT_EQ(readFile(folder.path() / "a/two.import"), "# text\n");
@@ -323,14 +324,14 @@ TEST_F(Program, FixesFilesAndReportsOnWhatIsLeft) {
      |            ^
 3 files, 1 command: 1 entry (0 names, 0 wildcards, 1 package), 1 error, 0 warnings, 3 fixes applied, TIME s
 )");
-    Outcome const second = run("$explorer --quiet --fix --unused a");
+    Outcome const second = run("import_explorer --quiet --fix --unused a");
     EXPECT_THAT(second.output, Not(HasSubstr("applied")));
     EXPECT_EQ(readFile(folder.path() / "a/one.import"), "import p@1\r\nuse p; use x\r\n");
 }
 
 TEST_F(Program, FixesNothingButWhatTheReportWouldShow) {
     write("some.import", "import c.d c.d\nimport p@1\nimport p@2\n");
-    EXPECT_EQ(run("$explorer --fix some.import").status, 0);
+    EXPECT_EQ(run("import_explorer --fix some.import").status, 0);
     EXPECT_EQ(readFile(folder.path() / "some.import"),
               "import c.d c.d\nimport p@1\nimport p@2 as p2\n");
 }
@@ -339,7 +340,7 @@ TEST_F(Program, ReportsAFileThatItCannotFix) {
     write("some.import", "import c.d\n");
     write("other.import", "import c.d\n");
     fs::create_hard_link(folder.path() / "some.import", folder.path() / "linked.import");
-    Outcome const outcome = run("$explorer --fix --unused --quiet some.import other.import");
+    Outcome const outcome = run("import_explorer --fix --unused --quiet some.import other.import");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.output,
                 StartsWith("some.import: error: cannot fix: it has other hard links\n1 file, "));
@@ -349,18 +350,18 @@ TEST_F(Program, ReportsAFileThatItCannotFix) {
 
 TEST_F(Program, FixesNoStandardInputAndNoLines) {
     for (std::string const arguments : {"--fix -", "--fix --lines some.import"}) {
-        Outcome const outcome = run("$explorer " + arguments);
+        Outcome const outcome = run("import_explorer " + arguments);
         EXPECT_EQ(outcome.status, 2) << arguments;
         EXPECT_THAT(outcome.errorOutput, StartsWith("import_explorer: error: ")) << arguments;
     }
 }
 
 TEST_F(Program, TellsHowItIsUsed) {
-    Outcome const help = run("$explorer --help");
+    Outcome const help = run("import_explorer --help");
     EXPECT_EQ(help.status, 0);
     EXPECT_THAT(help.output, HasSubstr("import_explorer [OPTIONS]"));
     EXPECT_THAT(help.output, HasSubstr("Examples:"));
-    Outcome const version = run("$explorer --version");
+    Outcome const version = run("import_explorer --version");
     EXPECT_EQ(version.status, 0);
     EXPECT_EQ(version.output, "import_explorer (gleigem) " GLEIGEM_VERSION "\n");
 }
@@ -368,7 +369,7 @@ TEST_F(Program, TellsHowItIsUsed) {
 TEST_F(Program, RefusesAWrongCommandLine) {
     for (std::string const arguments :
          {"", "--packages maybe x", "--feature follow x", "--no-such-option x", "--packages"}) {
-        Outcome const outcome = run("$explorer " + arguments);
+        Outcome const outcome = run("import_explorer " + arguments);
         EXPECT_EQ(outcome.status, 2) << arguments;
         EXPECT_EQ(outcome.output, "") << arguments;
         EXPECT_THAT(outcome.errorOutput, StartsWith("import_explorer: error: ")) << arguments;
@@ -381,7 +382,7 @@ TEST_F(Program, UsesColoursOnATerminalOnly) {
         GTEST_SKIP() << "There is no pseudo-terminal here.";
     }
     write("some.import", "import 1\n");
-    std::string const command = "$explorer some.import";
+    std::string const command = "import_explorer some.import";
     EXPECT_THAT(runOnTerminal("TERM=xterm NO_COLOR= " + command).output,
                 HasSubstr("\x1b[1;31merror:\x1b[0m"));
     EXPECT_THAT(runOnTerminal("TERM=xterm NO_COLOR=1 " + command).output, Not(HasSubstr("\x1b")));
@@ -397,7 +398,7 @@ TEST_F(Program, EndsQuietlyWhenNobodyReadsItsOutput) {
     }
     write("some.import", script);
     Outcome const outcome =
-        run("{ $explorer some.import; echo $? >status; } | head -n 1; cat status");
+        run("{ import_explorer some.import; echo $? >status; } | head -n 1; cat status");
     EXPECT_EQ(outcome.output, "some.import\n0\n");
     EXPECT_EQ(outcome.errorOutput, "");
 }
@@ -405,7 +406,7 @@ TEST_F(Program, EndsQuietlyWhenNobodyReadsItsOutput) {
 TEST_F(Program, FailsWhenItsOutputIsLost) {
     write("some.import", "import a.b\n");
     for (std::string const options : {"", "--json ", "--version "}) {
-        Outcome const outcome = run("$explorer " + options + "some.import >/dev/full");
+        Outcome const outcome = run("import_explorer " + options + "some.import >/dev/full");
         EXPECT_EQ(outcome.status, 2);
         EXPECT_EQ(outcome.errorOutput,
                   "import_explorer: error: cannot write the output: No space left on device\n");
@@ -421,8 +422,8 @@ TEST_F(Program, ReadsDeepScopesAndLongLines) {
     }
     write("deep.import", deep + "import a.b\n" + closing);
     write("long.import", "import " + std::string(200'000, 'x') + ".1\n");
-    EXPECT_EQ(run("$explorer --quiet deep.import").status, 0);
-    Outcome const outcome = run("$explorer --quiet long.import");
+    EXPECT_EQ(run("import_explorer --quiet deep.import").status, 0);
+    Outcome const outcome = run("import_explorer --quiet long.import");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_LT(outcome.output.size(), 1000U);
 }
@@ -436,13 +437,13 @@ TEST_F(Program, KeepsListsForDeepScopes) {
         closing += "}\n";
     }
     write("deep.import", deep + "import c.d\nuse b\n" + closing);
-    Outcome const quiet = run("$explorer --unused deep.import");
+    Outcome const quiet = run("import_explorer --unused deep.import");
     EXPECT_THAT(quiet.output, HasSubstr("|   is  name      a.b  line 1, file\n"));
     EXPECT_THAT(quiet.output, HasSubstr("no 'use' reaches the import of 'c.d'"));
-    Outcome const drawn = run("$explorer --scopes deep.import | tail -n 5 | tr -d ' │└─'");
+    Outcome const drawn = run("import_explorer --scopes deep.import | tail -n 5 | tr -d ' │└─'");
     EXPECT_THAT(drawn.output,
                 StartsWith("scopesline100001,level100000\nimportsnamec.dline100002\n"));
-    EXPECT_EQ(run("$explorer --json --scopes deep.import >document").status, 0);
+    EXPECT_EQ(run("import_explorer --json --scopes deep.import >document").status, 0);
 }
 
 TEST_F(Program, ShowsUsesAndConflictsWhereTheyAre) {
@@ -455,7 +456,7 @@ TEST_F(Program, ShowsUsesAndConflictsWhereTheyAre) {
                          "    use a.b\n"
                          "}\n"
                          "use n\n");
-    Outcome const outcome = run("$explorer some.import");
+    Outcome const outcome = run("import_explorer some.import");
     EXPECT_EQ(outcome.output, R"(some.import
    1 | import p@1 as m
      |   [2]  package   p@1 as m  introduces m
@@ -495,12 +496,12 @@ some.import:9:5: error: unknown name 'n'
 
 TEST_F(Program, HasNoScopesInLines) {
     for (std::string const option : {"--scopes", "--unused"}) {
-        Outcome const outcome = run("$explorer --lines " + option + " x");
+        Outcome const outcome = run("import_explorer --lines " + option + " x");
         EXPECT_EQ(outcome.status, 2) << option;
         EXPECT_THAT(outcome.errorOutput, HasSubstr("excludes")) << option;
     }
     write("code.txt", "import a.b\nimport a.b\nimport b\n");
-    EXPECT_EQ(run("$explorer --lines code.txt").status, 0);
+    EXPECT_EQ(run("import_explorer --lines code.txt").status, 0);
 }
 
 TEST_F(Program, SaysThatAFolderCannotBeEntered) {
@@ -510,7 +511,7 @@ TEST_F(Program, SaysThatAFolderCannotBeEntered) {
     // The superuser can enter any folder unless these capabilities are dropped.
     Outcome const outcome = run("[ $(id -u) = 0 ] && limit='setpriv "
                                 "--bounding-set=-dac_override,-dac_read_search'; chmod 644 "
-                                "t/closed; $limit $explorer --quiet t; status=$?; chmod 755 "
+                                "t/closed; $limit import_explorer --quiet t; status=$?; chmod 755 "
                                 "t/closed; exit $status");
     EXPECT_THAT(outcome.output, HasSubstr("t/closed/b.import: error: cannot open: "
                                           "Permission denied\n"));
@@ -525,7 +526,7 @@ TEST_F(Program, SaysThatAPathIsTooLong) {
     // Unlike sh, bash can enter a folder whose path is too long.
     Outcome const outcome =
         run("bash -c 'cd t; for i in {1..25}; do mkdir $0; cd $0; done; echo import a.b >b.import' "
-            "$(printf '%0200d' 0); $explorer --quiet t; status=$?; rm -rf t; exit $status");
+            "$(printf '%0200d' 0); import_explorer --quiet t; status=$?; rm -rf t; exit $status");
     EXPECT_THAT(outcome.output, HasSubstr("error: cannot read the folder: File name too long\n"));
     EXPECT_THAT(outcome.output, HasSubstr("1 file, 1 command"));
     EXPECT_EQ(outcome.status, 1);
@@ -541,19 +542,19 @@ TEST_F(Program, SaysThatSymbolicLinksInAFolderAreNotFollowed) {
     std::string const reason =
         ": error: a symbolic link in a folder is not followed: name it to read it\n";
     std::string const links = "t/broken.import" + reason + "t/folder" + reason;
-    Outcome const scripts = run("$explorer --quiet t");
+    Outcome const scripts = run("import_explorer --quiet t");
     EXPECT_THAT(scripts.output, StartsWith(links + "t/script.import" + reason + "0 files"));
     EXPECT_EQ(scripts.status, 1);
-    Outcome const allFiles = run("$explorer --quiet --lines t");
+    Outcome const allFiles = run("import_explorer --quiet --lines t");
     EXPECT_THAT(allFiles.output,
                 StartsWith(links + "t/other.txt" + reason + "t/script.import" + reason + "1 file"));
-    EXPECT_EQ(run("$explorer --quiet t/script.import t/folder").status, 0)
+    EXPECT_EQ(run("import_explorer --quiet t/script.import t/folder").status, 0)
         << "a link named on the command line is followed";
 }
 
 TEST_F(Program, SaysThatSomethingNamedLikeAScriptIsNoFile) {
     fs::create_directories(folder.path() / "t");
-    Outcome const outcome = run("mkfifo t/pipe.import t/pipe; $explorer --quiet t");
+    Outcome const outcome = run("mkfifo t/pipe.import t/pipe; import_explorer --quiet t");
     EXPECT_THAT(outcome.output, StartsWith("t/pipe.import: error: not a file\n0 files"));
     EXPECT_EQ(outcome.status, 1);
 }
@@ -568,7 +569,7 @@ TEST_F(Program, GoesOnWithTheNextFileWhenMemoryDoesNotSuffice) {
     write("a.import", "import a.b\n");
     write("b.import", costly);
     write("c.import", "import c.d\n");
-    Outcome const outcome = run("ulimit -v 160000; $explorer a.import b.import c.import");
+    Outcome const outcome = run("ulimit -v 160000; import_explorer a.import b.import c.import");
     EXPECT_EQ(outcome.output, R"(a.import
    1 | import a.b
      |   [0]  name      a.b  introduces b  root a
@@ -582,7 +583,8 @@ c.import
 )");
     EXPECT_EQ(outcome.errorOutput, "");
     EXPECT_EQ(outcome.status, 3);
-    Outcome const document = run("ulimit -v 160000; $explorer --json a.import b.import c.import");
+    Outcome const document =
+        run("ulimit -v 160000; import_explorer --json a.import b.import c.import");
     EXPECT_EQ(document.status, 3);
     auto const report = nlohmann::json::parse(document.output);
     EXPECT_EQ(report["files"].size(), 2U);
@@ -594,7 +596,7 @@ c.import
 TEST_F(Program, LeavesNoColourBehindWhenItIsInterrupted) {
     write("some.import", "import 1\n");
     Outcome const outcome =
-        runOnTerminal("sleep 9 | TERM=xterm NO_COLOR= $explorer some.import - & "
+        runOnTerminal("sleep 9 | TERM=xterm NO_COLOR= import_explorer some.import - & "
                       "sleep 1; kill -TERM $!; wait $!");
     EXPECT_THAT(outcome.output, HasSubstr("\x1b[1;31merror:"));
     EXPECT_THAT(outcome.output, testing::EndsWith("\x1b[0m"));
@@ -603,7 +605,7 @@ TEST_F(Program, LeavesNoColourBehindWhenItIsInterrupted) {
 
 TEST_F(Program, DoesNotShowALineForEachOfItsManyProblems) {
     write("some.import", "} } } } } } } } } } } } }\n");
-    std::string const output = run("$explorer --quiet some.import").output;
+    std::string const output = run("import_explorer --quiet some.import").output;
     EXPECT_THAT(output, HasSubstr("     |                   ^\n"
                                   "     | the line of further problems is not shown\n"
                                   "some.import:1:21: error: '}' closes no scope\n"
@@ -612,14 +614,14 @@ TEST_F(Program, DoesNotShowALineForEachOfItsManyProblems) {
 
 TEST_F(Program, DoesNotShowAllOfManyWildcards) {
     write("some.import", "import a.* b.* c.* d.* e.* f.* g.*\nuse x\n");
-    EXPECT_THAT(run("$explorer some.import").output,
+    EXPECT_THAT(run("import_explorer some.import").output,
                 HasSubstr("     |   maybe  wildcard  e.*  line 1, file\n"
                           "     |   maybe  further 2 wildcards, not shown\n"));
 }
 
 TEST_F(Program, ReadsLinesThatEndWithCarriageReturns) {
     write("some.import", "import a.b\rimport 1\ruse b\r");
-    Outcome const outcome = run("$explorer --quiet some.import");
+    Outcome const outcome = run("import_explorer --quiet some.import");
     EXPECT_THAT(outcome.output, StartsWith("some.import:2:8: error: "));
     EXPECT_THAT(outcome.output, HasSubstr("   2 | import 1\n"));
     EXPECT_THAT(outcome.output, HasSubstr("1 file, 2 commands: 1 entry"));
@@ -627,8 +629,9 @@ TEST_F(Program, ReadsLinesThatEndWithCarriageReturns) {
 
 TEST_F(Program, ReadsTheExamplesAsTheyAreMeant) {
     std::string const examples = "'" EXAMPLES_FOLDER "'";
-    EXPECT_EQ(run("$explorer --quiet " + examples + "/tour.import").status, 1);
-    EXPECT_EQ(run("$explorer --quiet --packages off " + examples + "/legacy.import").status, 1);
+    EXPECT_EQ(run("import_explorer --quiet " + examples + "/tour.import").status, 1);
+    EXPECT_EQ(run("import_explorer --quiet --packages off " + examples + "/legacy.import").status,
+              1);
 }
 
 } // namespace

@@ -25,7 +25,7 @@ std::string readFile(fs::path const& path) {
 }
 
 std::string inFolder(std::string const& commandLine, fs::path const& folder) {
-    return "cd '" + folder.string() + "' && explorer='" IMPORT_EXPLORER_PROGRAM "' && " +
+    return "cd '" + folder.string() + "' && PATH='" IMPORT_EXPLORER_FOLDER "':$PATH && " +
            commandLine;
 }
 

@@ -17,7 +17,7 @@ struct Outcome {
     std::string errorOutput;
 };
 
-/// Runs \p commandLine in \p folder with the shell; `$explorer` is the program under test.
+/// Runs \p commandLine in \p folder with the shell; `import_explorer` is the program under test.
 Outcome runInShell(std::string const& commandLine, std::filesystem::path const& folder);
 
 /// As runInShell, but all three streams are a terminal, so errors are part of the output.
