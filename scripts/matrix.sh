@@ -271,7 +271,8 @@ debian() {
     local root=$tree/root
     rm -rf "$root"
     debootstrap --variant=minbase "$1" "$root"
-    cp --recursive /etc/apt/apt.conf.d "$root/etc/apt" # how this machine reaches the archive
+    # How this machine reaches the archive.
+    apt-config dump Acquire | grep -v IndexTargets >"$root/etc/apt/apt.conf.d/99acquire"
     chroot "$root" apt-get update
     mkdir "$root/gleigem"
     git archive HEAD | tar --extract --directory "$root/gleigem"
