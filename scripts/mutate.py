@@ -227,7 +227,8 @@ def compile_arguments(path):
     commands = {Path(entry["file"]): entry["command"] for entry in entries if "gleigem.dir" in entry["command"]}
     command = shlex.split(commands.get(path, next(iter(commands.values()))))
     flags = [word for word in command[1:] if word.startswith(("-I", "-D", "-std", "-isystem"))]
-    resources = run(["clang-14", "-print-resource-dir"]).stdout.strip()
+    version = re.search(r"libclang-(\d+)", cindex.conf.get_filename())[1]
+    resources = run([f"clang-{version}", "-print-resource-dir"]).stdout.strip()
     return ["-x", "c++", *flags, f"-I{SOURCE}", "-isystem", f"{resources}/include"]
 
 
