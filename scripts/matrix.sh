@@ -266,7 +266,7 @@ variant_riscv64() {
 
 # debian SUITE: runs scripts/test.sh in a new root. The mounts end with the process.
 debian() {
-    need debootstrap unshare
+    need debootstrap unshare apt-config
     ((EUID == 0)) || skip "a root of its own needs root"
     local root=$tree/root
     rm -rf "$root"

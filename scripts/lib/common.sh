@@ -87,10 +87,10 @@ explain_missing() {
     if can_install; then
         printf 'Run this script as root, or install them first:\n\n    sudo apt-get install %s\n' "$*"
     elif command -v apt-get >/dev/null; then
-        printf 'This script installs packages on Debian only. If your system uses the same names:\n'
+        printf 'This is not Debian 12, 13 or the next one, so nothing was installed. If your system uses the same names:\n'
         printf '\n    sudo apt-get install %s\n' "$*"
     else
-        printf 'This script installs packages on Debian only. Install the equivalent packages of your system,\n'
-        printf 'then run this script again.\n'
+        printf 'This is not Debian 12, 13 or the next one, so nothing was installed. Install the equivalent\n'
+        printf 'packages of your system, then run this script again.\n'
     fi >&2
 }

@@ -1,11 +1,12 @@
-# The packages of Debian 12, 13 and the next release that the scripts need. Each line names a package and a probe for it:
-# a command, a <header>, a /path or a Python import. Sourced, never run.
+# The packages of Debian 12, 13 and the next release that the scripts need. Each line names a package and a probe for
+# it: a command, a <header>, a /path or a Python import. Sourced, never run.
 
-# The newest clang that both releases have. The next one has newer ones, and drops old ones.
+# Debian 12 and 13 both have this clang. The next release has newer ones and drops old ones.
 clang_version=19
 if is_debian development; then
-    newest_clang=$(apt-cache search --names-only "^clang-[0-9]+\$" | sed -E "s/^clang-([0-9]+) .*/\1/" | sort -n | tail -n 1)
-    clang_version=${newest_clang:-$clang_version}
+    newest_clang=$(apt-cache search --names-only '^clang-[0-9]+$' | grep -oE '^clang-[0-9]+' | sort --version-sort |
+        tail -n 1) || true
+    [[ ! $newest_clang ]] || clang_version=${newest_clang#clang-}
 fi
 
 demo_packages=(
