@@ -62,6 +62,12 @@ configure() {
         -DCMAKE_BUILD_TYPE=Release "$@"
 }
 
+# export_sources FOLDER: the committed sources without .git, as in a tarball.
+export_sources() {
+    mkdir -p "$1"
+    git archive HEAD | tar --extract --directory "$1"
+}
+
 check_exported_names() {
     scripts/check_exports.sh "$tree/import/libgleigem.so"
 }
@@ -186,8 +192,7 @@ variant_dh() {
     need dpkg-buildpackage dh lintian
     source=$tree/gleigem-0.1.0
     rm -rf "$tree"
-    mkdir -p "$source"
-    git archive HEAD | tar --extract --directory "$source"
+    export_sources "$source"
     cp -r tests/packaging/dh/debian "$source"
     { printf 'Copyright (C) The gleigem developers\n\n' && cat LICENSE; } >"$source/debian/copyright"
     /usr/bin/python3 cmake/package/debian_changelog.py CHANGELOG.md 0.1.0 \
@@ -220,8 +225,7 @@ variant_parent() {
 variant_strange-path() {
     source="$tree/ein Ordner für alles"
     rm -rf "$source"
-    mkdir -p "$source"
-    git archive HEAD | tar --extract --directory "$source"
+    export_sources "$source"
     tree=$source/build/dev
     cmake -S "$source" --preset dev
     cmake --build "$tree"
@@ -274,8 +278,7 @@ debian() {
     # How this machine reaches the archive.
     apt-config dump Acquire | grep -v IndexTargets >"$root/etc/apt/apt.conf.d/99acquire"
     chroot "$root" apt-get update
-    mkdir "$root/gleigem"
-    git archive HEAD | tar --extract --directory "$root/gleigem"
+    export_sources "$root/gleigem"
     unshare --mount --pid --fork bash -ec '
         mount --types proc proc "$0/proc"
         mount --rbind /sys "$0/sys"
